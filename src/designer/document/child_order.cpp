@@ -185,6 +185,8 @@ constexpr std::string_view Collections[] = {
     "BorderStyle",      "BorderWidth",
     "BackgroundImage",  "Style",
     "ChartTitles",      "ChartLegends",
+    "RadialGauges",     "LinearGauges",
+    "StateIndicators",  "ScaleRanges",
 };
 
 using Places = std::unordered_map<std::string_view, int>;

@@ -10,6 +10,7 @@
 #include "designer/document/properties/properties.h"
 #include "designer/document/xml_text.h"
 #include "designer/graphics/chart_parts.h"
+#include "designer/graphics/gauge_parts.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
@@ -76,40 +77,9 @@ Measure MeasureOf(const DataSetFields& set) {
     return {"=Avg" + value, "=Max" + value};
 }
 
-std::string Input(std::string_view name, std::string_view value) {
-    return "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
-}
-
-std::string GaugeXml(const DataSetFields& set) {
+std::string GaugeXml(const DataSetFields& set, GaugeKind kind, const char* name) {
     const Measure measure = MeasureOf(set);
-    return "<RadialGauges><RadialGauge Name=\"RadialGauge1\"><GaugeScales><RadialScale "
-           "Name=\"RadialScale1\"><GaugePointers><RadialPointer Name=\"RadialPointer1\"><PointerCap>"
-           "<Style><BackgroundColor>DimGray</BackgroundColor></Style></PointerCap><Style><BackgroundColor>"
-           "DarkRed</BackgroundColor></Style>" +
-           Input("GaugeInputValue", measure.value) +
-           "</RadialPointer></GaugePointers><Style><FontSize>8pt</FontSize><Format>N0</Format></Style>" +
-           Input("MaximumValue", measure.most) + Input("MinimumValue", "0") +
-           "<GaugeMajorTickMarks><Style /></GaugeMajorTickMarks><ScaleLabels><Style><FontSize>8pt</FontSize>"
-           "<Format>N0</Format></Style></ScaleLabels></RadialScale></GaugeScales></RadialGauge>"
-           "</RadialGauges>";
-}
-
-std::string State(std::string_view name, int from, int to, std::string_view colour, std::string_view icon) {
-    return "<IndicatorState Name=\"" + std::string(name) + "\">" + Input("StartValue", std::to_string(from)) +
-           Input("EndValue", std::to_string(to)) + LeafOf("Color", colour) + LeafOf("IndicatorStyle", icon) +
-           "</IndicatorState>";
-}
-
-std::string IndicatorXml(const DataSetFields& set) {
-    const Measure measure = MeasureOf(set);
-    return "<StateIndicators><StateIndicator Name=\"StateIndicator1\">" +
-           Input("GaugeInputValue", measure.value) + "<TransformationType>Percentage</TransformationType>" +
-           Input("MinimumValue", "0") + Input("MaximumValue", measure.most) +
-           "<IndicatorStyle>ArrowUp</IndicatorStyle><IndicatorStates>" +
-           State("RedState", 0, 33, "#e8582b", "ArrowDown") +
-           State("YellowState", 33, 66, "#f2c100", "ArrowSide") +
-           State("GreenState", 66, 100, "#4f9d4f", "ArrowUp") +
-           "</IndicatorStates></StateIndicator></StateIndicators>";
+    return NewGaugesXml({NoElement, kind, name, measure.value, "0", measure.most});
 }
 
 std::string CodeProperty(std::string_view name, std::string_view value) {
@@ -155,11 +125,11 @@ std::string ContentOf(const Document& document, NewGraphic kind, const GraphicCh
         }
         case NewGraphic::Gauge: {
             const DataSetFields set = SetFor(document, kind, choice.dataSet);
-            return GaugeXml(set) + shows(set);
+            return GaugeXml(set, GaugeKind::Dial, "RadialGauge1") + shows(set);
         }
         case NewGraphic::Indicator: {
             const DataSetFields set = SetFor(document, kind, choice.dataSet);
-            return IndicatorXml(set) + shows(set);
+            return GaugeXml(set, GaugeKind::Indicator, "StateIndicator1") + shows(set);
         }
         case NewGraphic::BarCode:
             return BarCodeXml(document, choice.dataSet);

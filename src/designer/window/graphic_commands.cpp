@@ -35,8 +35,7 @@ void DesignWindow::ConnectGraphics() {
 bool DesignWindow::HasDialog(ElementId id) const {
     const Document& document = m_model->Source();
     const ReportItem* item = m_model->Item(id);
-    return item && ((item->kind == "Chart" && HasChartDesign(document, id)) ||
-                    (item->kind == "GaugePanel" && ReadGaugeDesign(document, id)) ||
+    return item && ((item->kind == "Chart" && HasChartDesign(document, id)) || item->kind == "GaugePanel" ||
                     item->kind == "Subreport" || HasBarcodeDesign(document, id));
 }
 

@@ -44,8 +44,8 @@ TEST(AllGraphics, WhatIsReadIsWrittenAsItIs) {
         } else if (item.kind == "Subreport") {
             PutSubreportDesign(document, item.id, ReadSubreportDesign(document, item.id));
             ++others;
-        } else if (const auto gauge = ReadGaugeDesign(document, item.id)) {
-            PutGaugeDesign(document, item.id, *gauge);
+        } else if (item.kind == "GaugePanel") {
+            PutGauges(document, item.id, ReadGauges(document, item.id));
             ++others;
         } else if (HasBarcodeDesign(document, item.id)) {
             PutBarcodeDesign(document, item.id, ReadBarcodeDesign(document, item.id));
