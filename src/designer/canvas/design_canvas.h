@@ -241,7 +241,7 @@ class DesignCanvas : public QAbstractScrollArea {
     ExpressionAsker m_expressionAsker;
     bool m_asksExpression = false;
     ElementId m_continued = NoElement;        // the text box whose text ContinueText opens
-    std::optional<TextPart> m_continuedPart;  // what was marked in it
+    std::optional<TextPart> m_continuedPart;  // the selection in it
     ElementId m_edited = NoElement;
     QElapsedTimer m_nudged;
     int m_nudges = 0;  // runs of nudges, each of which is one step

@@ -232,14 +232,19 @@ void TextEditor::InsertExpression(const std::string& expression) {
     setCurrentCharFormat(format);
 }
 
+TextPart TextEditor::Selection() const {
+    const QTextCursor cursor = textCursor();
+    const QTextBlock first = document()->findBlock(cursor.selectionStart()),
+                     last = document()->findBlock(cursor.selectionEnd());
+    return {first.blockNumber(), cursor.selectionStart() - first.position(), last.blockNumber(),
+            cursor.selectionEnd() - last.position()};
+}
+
 std::optional<TextPart> TextEditor::MarkedPart() const {
     const QTextCursor cursor = textCursor();
     const int begin = cursor.selectionStart(), end = cursor.selectionEnd();
-    if (begin == end || IsExpressionTyped() || (begin == 0 && end == document()->characterCount() - 1)) {
-        return std::nullopt;
-    }
-    const QTextBlock first = document()->findBlock(begin), last = document()->findBlock(end);
-    return TextPart{first.blockNumber(), begin - first.position(), last.blockNumber(), end - last.position()};
+    const bool isAll = begin == 0 && end == document()->characterCount() - 1;
+    return begin == end || isAll || IsExpressionTyped() ? std::nullopt : std::optional(Selection());
 }
 
 void TextEditor::Mark(const TextPart& part) {

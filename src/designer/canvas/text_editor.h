@@ -24,6 +24,8 @@ class TextEditor : public QTextEdit {
     void ToggleUnderline();
     void BeginLine();  // another paragraph if the text has several, else a line of its only one
     void InsertExpression(const std::string& expression);
+    // Returns where the selection is, also an empty one.
+    TextPart Selection() const;
     // Returns the part that is marked; nothing if it is all of the text or no character, or if the text is an
     // expression.
     std::optional<TextPart> MarkedPart() const;

@@ -34,6 +34,7 @@ class DataSourceDialog : public QDialog {
     void ShowShared();
     void AskForShared();
     void TestShared();
+    void ChangeShared();
     bool IsSharedComplete();
     void Lock();
 

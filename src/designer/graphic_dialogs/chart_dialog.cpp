@@ -66,6 +66,7 @@ ChartDialog::ChartDialog(DesignModel& model, ElementId chart, QWidget* parent)
     setWindowTitle(
         tr("Chart %1").arg(QString::fromStdString(model.Source().Attribute(chart, "Name").value_or(""))));
     m_tabs->setObjectName("chartTabs");
+    m_tabs->setAccessibleName(tr("Parts of the chart"));
     m_data = new ChartDataPage(
         model, m_design, m_isOlder,
         [this](ChartDataPage::Part part, std::size_t entry, const std::string& name) {

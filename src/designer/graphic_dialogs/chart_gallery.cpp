@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "designer/document/properties/properties.h"
 #include "designer/graphic_dialogs/chart_pictures.h"
 #include "designer/tables/fields.h"
 
@@ -55,7 +56,9 @@ QSize ChartGallery::sizeHint() const {
 }
 
 NewChartDialog::NewChartDialog(const Document& document, QWidget* parent)
-    : QDialog(parent), m_gallery(new ChartGallery(false, this)), m_set(new QComboBox(this)) {
+    : QDialog(parent),
+      m_gallery(new ChartGallery(IsOlderSchema(document), this)),
+      m_set(new QComboBox(this)) {
     setObjectName("newChartDialog");
     setWindowTitle(tr("New Chart"));
     m_set->setObjectName("cboDataSet");

@@ -103,9 +103,40 @@ void CheckPlace(const Document& document, const ReportBand& band, NewGraphic kin
         throw EditError("A page header or footer cannot hold " +
                         std::string(kind == NewGraphic::Indicator ? "an " : "a ") + word);
     }
-    if (IsOlderSchema(document) && (isGauge || kind == NewGraphic::Chart)) {
+    if (IsOlderSchema(document) && isGauge) {
         throw EditError("A new " + word + " needs a report of the schema 2008 or later");
     }
+}
+
+// A chart of the first number by the first other field of the data set.
+ChartDesign NewChartDesign(const Document& document, const ChartType& type, const std::string& dataSet) {
+    const auto set = FindSet(document, dataSet);
+    ChartDesign design;
+    design.type = type.type;
+    design.subtype = type.subtype;
+    const DataField* number = set ? FirstField(*set, true) : nullptr;
+    const DataField* category = set ? FirstField(*set, false) : nullptr;
+    category = category || !set || set->fields.empty() ? category : &set->fields.front();
+    ChartValue value;
+    value.label = number ? FieldTitle(number->name) : "Rows";
+    for (const std::string& name : ValueNamesOf(&type)) {
+        const std::string_view aggregate = name == "High"                       ? "Max"
+                                           : name == "Low"                      ? "Min"
+                                           : name == "Start"                    ? "First"
+                                           : name == "End"                      ? "Last"
+                                           : name == "Median" || name == "Mean" ? "Avg"
+                                                                                : "Sum";
+        value.values[name] =
+            !number ? "=CountRows()" : "=" + std::string(aggregate) + "(Fields!" + number->name + ".Value)";
+    }
+    design.values.push_back(value);
+    if (category) {
+        design.categories.push_back({NoElement, FieldValue(category->name)});
+        design.title = value.label + " by " + FieldTitle(category->name);
+    }
+    design.legend = type.hasAxes ? "" : "RightCenter";
+    design.showsLabels = !type.hasAxes;
+    return design;
 }
 
 std::string_view ElementOf(NewGraphic kind) {
@@ -115,13 +146,27 @@ std::string_view ElementOf(NewGraphic kind) {
                                            : "GaugePanel";
 }
 
+// Axes are shown only if they say so. The values are written by the design.
+std::string OlderChartContent(const ChartType& type) {
+    if (type.olderType.empty()) {
+        throw EditError("A chart of 2003 or 2005 cannot have this type");
+    }
+    const std::string grid =
+        "<MajorGridLines><ShowGridLines>true</ShowGridLines><Style><BorderColor><Default>#dddddd</Default>"
+        "</BorderColor></Style></MajorGridLines>";
+    return LeafOf("Type", type.olderType) + LeafOf("Subtype", type.olderSubtype) +
+           "<CategoryAxis><Axis><Visible>true</Visible></Axis></CategoryAxis><ValueAxis><Axis>" + grid +
+           "<Visible>true</Visible></Axis></ValueAxis>";
+}
+
 std::string ContentOf(const Document& document, NewGraphic kind, const GraphicChoice& choice) {
     const auto shows = [](const DataSetFields& set) { return LeafOf("DataSetName", set.name); };
     switch (kind) {
         case NewGraphic::Chart: {
             const DataSetFields set = SetFor(document, kind, choice.dataSet);
             const ChartType& type = choice.chart ? *choice.chart : ChartTypes().front();
-            return ChartContent(document, type, set.name) + shows(set);
+            return IsOlderSchema(document) ? OlderChartContent(type) + shows(set)
+                                           : ChartContent(document, type, set.name) + shows(set);
         }
         case NewGraphic::Gauge: {
             const DataSetFields set = SetFor(document, kind, choice.dataSet);
@@ -165,37 +210,18 @@ ElementId InsertGraphic(Document& document, const ReportBand& band, const Rect& 
     const std::string xml = "<" + element + " Name=\"" + UniqueName(document, NameOf(kind)) + "\">" +
                             content.substr(0, split) + places + content.substr(split) + "<Style /></" +
                             element + ">";
-    return InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+    const ElementId made = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+    if (kind == NewGraphic::Chart && IsOlderSchema(document)) {
+        ChartDesign design = NewChartDesign(document, choice.chart ? *choice.chart : ChartTypes().front(),
+                                            TrimmedTextAt(document, made, "DataSetName"));
+        design.dataSet = TrimmedTextAt(document, made, "DataSetName");
+        PutChartDesign(document, made, design);
+    }
+    return made;
 }
 
 std::string ChartContent(const Document& document, const ChartType& type, const std::string& dataSet) {
-    const auto set = FindSet(document, dataSet);
-    ChartDesign design;
-    design.type = type.type;
-    design.subtype = type.subtype;
-    const DataField* number = set ? FirstField(*set, true) : nullptr;
-    const DataField* category = set ? FirstField(*set, false) : nullptr;
-    category = category || !set || set->fields.empty() ? category : &set->fields.front();
-    ChartValue value;
-    value.label = number ? FieldTitle(number->name) : "Rows";
-    for (const std::string& name : ValueNamesOf(&type)) {
-        const std::string_view aggregate = name == "High"                       ? "Max"
-                                           : name == "Low"                      ? "Min"
-                                           : name == "Start"                    ? "First"
-                                           : name == "End"                      ? "Last"
-                                           : name == "Median" || name == "Mean" ? "Avg"
-                                                                                : "Sum";
-        value.values[name] =
-            !number ? "=CountRows()" : "=" + std::string(aggregate) + "(Fields!" + number->name + ".Value)";
-    }
-    design.values.push_back(value);
-    if (category) {
-        design.categories.push_back({NoElement, FieldValue(category->name)});
-        design.title = value.label + " by " + FieldTitle(category->name);
-    }
-    design.legend = type.hasAxes ? "" : "RightCenter";
-    design.showsLabels = !type.hasAxes;
-    return NewChartContent(document, design);
+    return NewChartContent(document, NewChartDesign(document, type, dataSet));
 }
 
 }  // namespace designer

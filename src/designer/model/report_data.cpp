@@ -234,7 +234,11 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
         SetText(document, id, "DataSourceReference", source.reference);
         return;
     }
-    SetIfOther(document, id, "ConnectionProperties/DataProvider", source.provider, old.empty());
+    // The same provider in other capitals stays as it is written.
+    const std::string provider = document.TextAt(id, "ConnectionProperties/DataProvider").value_or("");
+    if (!SameAscii(Trim(provider), source.provider)) {
+        SetText(document, id, "ConnectionProperties/DataProvider", source.provider);
+    }
     SetIfOther(document, id, "ConnectionProperties/ConnectString", source.connectString, old.empty());
 }
 

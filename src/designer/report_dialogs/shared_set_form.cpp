@@ -49,7 +49,7 @@ SharedSetForm::SharedSetForm(std::filesystem::path folder, QWidget* parent)
     line->addWidget(browse);
     auto* form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
-    form->addRow(tr("Shared data s&et:"), line);
+    form->addRow(tr("S&hared data set:"), line);
     static_cast<QLabel*>(form->labelForField(line))->setBuddy(m_reference);
     form->addRow(QString(), m_note);
     form->addRow(QString(), m_contents);

@@ -16,7 +16,7 @@
 #include "designer/model/report_data.h"
 #include "designer/panes/property_rows.h"
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
+#include "designer/model/report_file.h"
 
 class QLabel;
 class QStackedWidget;

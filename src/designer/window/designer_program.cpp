@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
+#include "designer/model/report_file.h"
 
 namespace designer {
 

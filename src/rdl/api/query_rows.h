@@ -48,6 +48,7 @@ struct QueryRows {
 // What a shared data source has: a file NAME.rds.
 struct SharedSourceText {
     std::string provider, connectString;
+    std::filesystem::path file;  // where it was found
 };
 // Returns the shared data source of this name or path, looked for as a report in the folder does. Raises
 // Failure (Stage::Data) if there is none, or if its file is of another kind.

@@ -60,7 +60,7 @@ std::vector<std::string> FoldersOf(const std::filesystem::path& folder) {
 SharedSourceText ReadSharedSource(const std::string& reference, const std::filesystem::path& folder) {
     return engine::InStage(Stage::Data, [&] {
         const data::SharedSource source = data::ReadSharedSource(reference, FoldersOf(folder));
-        return SharedSourceText{source.provider, source.connectString.source};
+        return SharedSourceText{source.provider, source.connectString.source, source.file};
     });
 }
 

@@ -8,7 +8,7 @@
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
+#include "designer/model/report_file.h"
 #include "platform/contracts/runtime.h"
 #include "platform/shell/desktop_shell.h"
 #include "window_fixture.h"

@@ -109,6 +109,22 @@ TEST_F(OlderChartDialog, MakesAChartFromNothing) {
     EXPECT_EQ(Model().Source().Text(), before);
 }
 
+TEST_F(OlderChartDialog, ANewChartIsOfTheSchema) {
+    InDialog("insertChart", [](QDialog& dialog) {
+        auto& gallery = Entries(dialog, "gallery");
+        EXPECT_TRUE(gallery.item(gallery.count() - 1)->isHidden());
+    });
+    Model().Edit("Chart", [this](Document& document) {
+        InsertItem(document, Model().Items().bands[0], NewItem::Chart, {0, 0, 200, 150}, {});
+    });
+    Settle();
+    Model().Edit("Delete", [this](Document& document) { Remove(document, Id("Chart1")); });
+    Canvas().Refresh();
+    EXPECT_EQ(Text("Chart2", "Type") + Text("Chart2", "Title/Caption"), "ColumnAmount by Region");
+    EXPECT_EQ(ReadChartDesign(Model().Source(), Id("Chart2")).categories.size(), 1u);
+    EXPECT_EQ(Canvas().Failure(), "");
+}
+
 TEST_F(MoreGraphics, ASecondGaugeAndAnotherKind) {
     Run("insertGauge");
     InDialog("reportItem", [](QDialog& dialog) {

@@ -100,6 +100,23 @@ TEST_F(TextParts, KeysOfTheMenuChangeWhatIsMarked) {
     EXPECT_EQ(Text("T", "Paragraphs/Paragraph/Style/TextAlign"), "Right");
     EXPECT_EQ(Marked(Typed()), "hello");
     EXPECT_EQ(UndoName(), "Text Right part of T");
+    QTest::keyClick(&Typed(), Qt::Key_Z, Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(m_window->findChild<QTextEdit*>("txtInPlace"), nullptr);
+    EXPECT_EQ(Text("T", "Paragraphs/Paragraph/Style/TextAlign"), "-");
+}
+
+TEST_F(TextParts, TypingGoesOnWhereItWas) {
+    QTextEdit& editor = Open();
+    Mark(editor, 13, 13);
+    QTest::keyClicks(&editor, " a");
+    QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(Text("T", "Paragraphs/Paragraph/Style/TextAlign"), "Right");
+    QTest::keyClicks(&Typed(), "b");
+    QTest::keyClick(&Typed(), Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Runs(), "Dear {}" + std::string(Rest) + "hello ab{}");
 }
 
 TEST_F(TextParts, WhatWasTypedBeforeIsTakenFirst) {

@@ -108,6 +108,9 @@ constexpr Property OfTextboxes[] = {
     {"Can grow", "Layout", "CanGrow", Boolean, No, "false"},
     {"Can shrink", "Layout", "CanShrink", Boolean, No, "false"},
     {"Hide duplicates", "Data", "HideDuplicates", Scope},
+    {"Interactive sort by", "Interactive sort", "UserSort/SortExpression", Text, Only},
+    {"Interactive sort of", "Interactive sort", "UserSort/SortTarget", Scope},
+    {"Interactive sort within", "Interactive sort", "UserSort/SortExpressionScope", Scope},
 };
 
 constexpr Property OfRuns[] = {
