@@ -31,7 +31,6 @@ class QueryForm : public QWidget {
     // false the source is not read at all.
     void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
                    bool canRun);
-    bool IsShared() const { return !m_request.sharedSet.empty(); }  // of the query that is shown
     void SetQuery(const std::string& query);
     // How the query is meant, and the values of its parameters, when it is run.
     void SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters);
@@ -53,6 +52,7 @@ class QueryForm : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    bool IsShared() const { return !m_request.sharedSet.empty(); }
     void BuildTables(QSplitter& splitter);
     void BuildQuery(QSplitter& splitter);
     void ListTables(bool hasTables);

@@ -69,7 +69,8 @@ class DataSetDialog : public QDialog {
     QCheckBox* m_isShared = nullptr;
     SharedSetForm* m_shared = nullptr;
     QFormLayout* m_sourceForm = nullptr;
-    std::string m_ownQuery;  // while that of a shared data set is shown
+    bool m_showsShared = false;  // the query of a shared data set
+    std::string m_ownQuery;      // that was typed, meanwhile
     QueryForm* m_query = nullptr;
     QCheckBox* m_takesFields = nullptr;
     RowTable *m_parameters = nullptr, *m_computed = nullptr;

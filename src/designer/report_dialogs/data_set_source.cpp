@@ -127,8 +127,9 @@ void DataSetDialog::ShowSource() {
     m_query->setEnabled(index >= 0);
     m_takesFields->setChecked(canRun);
     m_takesFields->setEnabled(canRun);
-    m_query->ShowQuery(KindOf(request.provider), request,
-                       m_query->IsShared() || m_isShowing ? m_ownQuery : m_query->Query(), canRun);
+    const std::string query = m_showsShared || m_isShowing ? m_ownQuery : m_query->Query();
+    m_showsShared = false;
+    m_query->ShowQuery(KindOf(request.provider), request, query, canRun);
     ShowRun();
 }
 
@@ -148,7 +149,8 @@ void DataSetDialog::ShowShared(rdl::QueryRequest request) {
         canRun = false;
         m_note->ShowFault(QString::fromStdString(error.Description()));
     }
-    m_query->setEnabled(true);
+    m_showsShared = true;
+    m_query->setEnabled(canRun);
     m_takesFields->setChecked(canRun);
     m_takesFields->setEnabled(canRun);
     m_query->ShowQuery(KindOf(request.provider), request, text ? text->query : std::string(), canRun);

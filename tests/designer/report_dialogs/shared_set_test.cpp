@@ -169,6 +169,10 @@ TEST_F(SharedSetTest, AQueryBecomesSharedAndTheOtherWayRound) {
     EXPECT_EQ(Text(), Report(query));
     Open(Report(query));
     QTest::mouseClick(&The<QCheckBox>("isShared"), Qt::LeftButton, {}, QPoint(8, 8));
+    EXPECT_FALSE(The<QPlainTextEdit>("query").isEnabled());
+    QTest::mouseClick(&The<QCheckBox>("isShared"), Qt::LeftButton, {}, QPoint(8, 8));
+    EXPECT_EQ(The<QPlainTextEdit>("query").toPlainText(), "a.csv");
+    QTest::mouseClick(&The<QCheckBox>("isShared"), Qt::LeftButton, {}, QPoint(8, 8));
     Type("sharedSet", "People");
     QTest::keyClick(&The<QLineEdit>("sharedSet"), Qt::Key_Tab);
     QTest::mouseClick(&The<QCheckBox>("isShared"), Qt::LeftButton, {}, QPoint(8, 8));
