@@ -218,7 +218,8 @@ bool FormatMenu::Allows(Needs needs, const SelectionValues& values) const {
 void FormatMenu::ShowCommands(bool designs) {
     const SelectionValues values(m_model, designs ? Ids() : std::vector<ElementId>{});
     for (const Entry& entry : m_entries) {
-        entry.action->setEnabled(designs && Allows(entry.needs, values));
+        const bool hasProperty = entry.property.empty() || values.Find(entry.property);
+        entry.action->setEnabled(designs && hasProperty && Allows(entry.needs, values));
         if (!entry.property.empty()) {
             const PropertyValue value = values.ValueOf(entry.property);
             entry.action->setChecked(!value.isMixed && SameAscii(value.text, entry.value));

@@ -60,8 +60,11 @@ class MatrixTracks {
     std::size_t PlaceOf(std::size_t number) const {
         const TablixGrid grid = GridOf(m_document, m_matrix);
         const ElementId element = (m_isColumns ? grid.columns : grid.rows).at(number).element;
-        return static_cast<std::size_t>(std::find(m_tracks.begin(), m_tracks.end(), element) -
-                                        m_tracks.begin());
+        const auto found = std::find(m_tracks.begin(), m_tracks.end(), element);
+        if (found == m_tracks.end()) {
+            throw EditError("The columns and rows of the matrix do not fit its cells");
+        }
+        return static_cast<std::size_t>(found - m_tracks.begin());
     }
 
     // Returns the element of the new track.

@@ -125,6 +125,26 @@ TEST_F(OlderChartDialog, ANewChartIsOfTheSchema) {
     EXPECT_EQ(Canvas().Failure(), "");
 }
 
+// Parts of charts have a style, too.
+TEST_F(MoreGraphics, APartOfAChartIsFormatted) {
+    Model().Edit("Chart", [this](Document& document) {
+        InsertItem(document, Model().Items().bands[0], NewItem::Chart, {0, 0, 200, 150}, {});
+    });
+    const ElementId title = Model().Source().Find(Id("Chart1"), "ChartTitles/ChartTitle");
+    Model().Select({title});
+    Settle();
+    EXPECT_FALSE(Find<QAction>("formatRight").isEnabled());
+    EXPECT_FALSE(Find<QAction>("bordersAll").isEnabled());
+    Run("formatItalic");
+    InDialog("formatStyle", [](QDialog& dialog) {
+        Type(dialog, "Font size", "14");
+        Press(dialog, QDialogButtonBox::Ok);
+    });
+    EXPECT_EQ(Model().Source().TextAt(title, "Style/FontStyle"), "Italic");
+    EXPECT_EQ(Model().Source().TextAt(title, "Style/FontSize"), "14pt");
+    EXPECT_EQ(Canvas().Failure(), "");
+}
+
 TEST_F(MoreGraphics, ASecondGaugeAndAnotherKind) {
     Run("insertGauge");
     InDialog("reportItem", [](QDialog& dialog) {
