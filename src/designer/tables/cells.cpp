@@ -9,6 +9,7 @@
 #include "designer/document/tablix_grid.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
+#include "designer/tables/older_matrix.h"
 #include "designer/tables/tablix_shape.h"
 #include "designer/tables/tracks.h"
 #include "platform/base/ascii.h"
@@ -212,8 +213,10 @@ void PutField(Document& document, ElementId region, ElementId cell, std::string_
     const bool isBody = found->part == GridCell::Part::Body;
     const bool isDetails = isBody && IsOfDetails(document, region, found->row, found->column);
     const bool isSum = isBody && !isDetails && IsNumericField(document, region, field);
-    const ElementId head =
-        isDetails ? EmptyHead(document, region, grid, found->row, found->column) : NoElement;
+    const ElementId head = isDetails ? EmptyHead(document, region, grid, found->row, found->column)
+                           : isBody && document.Name(region) == "Matrix"
+                               ? EmptyMatrixHeading(document, grid, *found)
+                               : NoElement;
     PutText(document, cell, isSum ? FieldSum(field) : FieldValue(field));
     if (head != NoElement) {
         SetTextOfBox(document, head, FieldTitle(field));

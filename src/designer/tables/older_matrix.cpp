@@ -5,7 +5,6 @@
 
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
-#include "designer/document/tablix_grid.h"
 #include "designer/document/xml_text.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
@@ -246,6 +245,19 @@ void AddMatrixTotal(Document& document, ElementId member, Side side) {
     InsertXml(document, member,
               "<Subtotal><ReportItems>" + box + "</ReportItems>" +
                   (side == Side::Before ? "<Position>Before</Position>" : "") + "</Subtotal>");
+}
+
+ElementId EmptyMatrixHeading(const Document& document, const TablixGrid& grid, const GridCell& cell) {
+    for (const GridCell& header : grid.cells) {
+        const std::string name = document.Name(header.element);
+        const bool isBeside = (name == "StaticColumn" && header.place.left == cell.place.left) ||
+                              (name == "StaticRow" && header.place.top == cell.place.top);
+        if (isBeside && header.item != NoElement && document.Name(header.item) == "Textbox" &&
+            TextOfBox(document, header.item).empty()) {
+            return header.item;
+        }
+    }
+    return NoElement;
 }
 
 std::size_t AddMatrixTrack(Document& document, ElementId matrix, Axis axis, std::size_t track, Side side) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "designer/document/document.h"
+#include "designer/document/tablix_grid.h"
 #include "designer/tables/groups.h"
 
 namespace designer {
@@ -18,6 +19,9 @@ void DeleteMatrixGroup(Document& document, ElementId member);
 
 // Adds a total before or after a group: the cells of a total have the same expressions over more rows.
 void AddMatrixTotal(Document& document, ElementId member, Side side);
+
+// Returns the text box of the heading of a cell's column or row if that has no text yet; else NoElement.
+ElementId EmptyMatrixHeading(const Document& document, const TablixGrid& grid, const GridCell& cell);
 
 // Columns and rows are numbered as in TablixGrid. All of them are within all groups of their side; several
 // have a heading each.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/tables/older_matrix.h"
 #include "designer/document/tablix_grid.h"
+#include "designer/tables/cells.h"
 #include "designer/tables/groups.h"
 #include "small_tables.h"
 
@@ -157,6 +158,18 @@ TEST(OlderMatrix, TheOnlyTrackStaysAndNoneIsOutside) {
                   [](Document& document, ElementId matrix) {
                       AddTrack(document, matrix, Axis::Rows, 0, Side::After, GroupSide::Outside);
                   });
+}
+
+TEST(OlderMatrix, AFieldInANewColumnGivesItItsHeading) {
+    Document document(MatrixReport(Rows("R")));
+    const ElementId matrix = Region(document);
+    AddTrack(document, matrix, Axis::Columns, 0, Side::After, GroupSide::Inside);
+    const auto put = [&](const char* field) {
+        PutField(document, matrix, GridOf(document, matrix).cells.back().element, field);
+        return Names(document, matrix);
+    };
+    EXPECT_NE(put("Net_Amount").find("Textbox2=Net Amount|"), std::string::npos);
+    EXPECT_NE(put("Region").find("Textbox2=Net Amount|"), std::string::npos);
 }
 
 // The columns of a total are those of its group.
