@@ -229,8 +229,10 @@ std::size_t AddFieldColumn(Document& document, ElementId region, std::size_t at,
                                         at == 0 ? Side::Before : Side::After, GroupSide::Inside);
     const TablixGrid grid = GridOf(document, region);
     std::optional<std::size_t> shown;
+    // Totals of a Matrix have no cells of their own.
+    const bool isMatrix = document.Name(region) == "Matrix";
     for (std::size_t row = 0; row < grid.rows.size() && !shown; ++row) {
-        if (CellAt(grid, row, column) && IsOfDetails(document, region, row, column)) {
+        if (CellAt(grid, row, column) && (isMatrix || IsOfDetails(document, region, row, column))) {
             shown = row;
         }
     }

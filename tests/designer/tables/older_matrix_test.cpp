@@ -170,6 +170,11 @@ TEST(OlderMatrix, AFieldInANewColumnGivesItItsHeading) {
     };
     EXPECT_NE(put("Net_Amount").find("Textbox2=Net Amount|"), std::string::npos);
     EXPECT_NE(put("Region").find("Textbox2=Net Amount|"), std::string::npos);
+    AddTotal(document, matrix, Axis::Rows, GroupOfRows(document, "R"), Side::After);
+    EXPECT_EQ(AddFieldColumn(document, matrix, 2, "Net_Amount"), 2u);
+    const std::string names = Names(document, matrix);
+    EXPECT_TRUE(names.ends_with("=Sum(Fields!Net_Amount.Value)|")) << names;
+    EXPECT_NE(names.find("Textbox5=Net Amount|"), std::string::npos) << names;
 }
 
 // The columns of a total are those of its group.
