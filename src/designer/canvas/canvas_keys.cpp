@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "designer/canvas/design_canvas.h"
 #include "designer/graphics/part_tree.h"

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "designer/canvas/design_canvas.h"
 #include "designer/canvas/text_editor.h"
 #include "designer/canvas/text_look.h"
 #include "designer/document/properties/properties.h"
+#include "designer/graphics/part_tree.h"
 #include "designer/model/item_text.h"
 #include "platform/base/ascii.h"
 
@@ -21,6 +23,16 @@ bool LeavesEditor(const QKeyEvent& key) {
     return code == Qt::Key_F5 || code == Qt::Key_F6 ||
            (isControl && (code == Qt::Key_S || code == Qt::Key_O || code == Qt::Key_N || code == Qt::Key_W ||
                           code == Qt::Key_Q));
+}
+
+// Keys of commands on the look of what is marked.
+bool IsFormatKey(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    const int code = key.key();
+    return (modifiers == Qt::ControlModifier &&
+            (code == Qt::Key_1 || code == Qt::Key_L || code == Qt::Key_R || code == Qt::Key_K)) ||
+           (modifiers == (Qt::ControlModifier | Qt::ShiftModifier) &&
+            (code == Qt::Key_Greater || code == Qt::Key_Less || code == Qt::Key_C));
 }
 
 // Alt and a character open a menu.
@@ -91,12 +103,24 @@ void DesignCanvas::TypeInto(QKeyEvent* event) {
     }
 }
 
+ElementId DesignCanvas::TextBoxToType() const {
+    const ElementId leader = m_model.Leader();
+    const ReportItem* item =
+        m_model.Item(m_model.Item(leader) ? leader : OwnerOfPart(m_model.Source(), leader));
+    return item && item->kind == "Textbox" ? item->id : NoElement;
+}
+
 // Of several selected items the leader is opened, and selected alone: it is the one that changes.
 void DesignCanvas::EditText() {
-    const ReportItem* item = m_model.Item(m_model.Leader());
-    if (item && item->kind == "Textbox" && !m_editor) {
-        m_model.Select({item->id});
-        OpenEditor({item->id});
+    const ElementId box = TextBoxToType();
+    if (box == NoElement || m_editor) {
+        return;
+    }
+    const auto part = TextPartOf(m_model.Source(), box, m_model.Selection());
+    m_model.Select({box});
+    OpenEditor({box});
+    if (part) {
+        m_editor->Mark(*part);
     }
 }
 
@@ -112,12 +136,13 @@ void DesignCanvas::OpenEditor(const std::vector<ElementId>& boxes) {
                                                  : tr("Text of %1").arg(QString::fromStdString(item->name)));
     m_editor->setToolTip(
         tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was; Ctrl+B, I and U "
-           "make it bold, italic and underlined"));
+           "make it bold, italic and underlined, Ctrl+1 opens its style and Ctrl+E an expression"));
     m_editor->setTabChangesFocus(true);
     m_editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_editor->SetFieldNamer(
         [this](const DraggedField& field) { return ExpressionIn(m_model, m_edited, field); });
     m_editor->selectAll();
+    connect(m_editor, &TextEditor::ExpressionOpened, this, &DesignCanvas::EditExpressionInText);
     m_editor->installEventFilter(this);
     RevealSelection();
     PlaceEditor();
@@ -144,7 +169,9 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
         return QAbstractScrollArea::eventFilter(watched, event);
     }
     if (event->type() == QEvent::FocusOut && LeavesByFocus(*static_cast<QFocusEvent*>(event))) {
-        CloseEditor(true);
+        const QWidget* next = QApplication::focusWidget();
+        m_partPane&& next && m_partPane->isAncestorOf(next) ? TakeTextPart() : CloseEditor(true);
+        m_continued = NoElement;
         return false;
     }
     if (event->type() == QEvent::ShortcutOverride) {
@@ -157,6 +184,10 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
         if (IsMnemonic(key)) {
             return false;  // it opens a menu
         }
+        if (IsFormatKey(key)) {
+            event->ignore();
+            return true;
+        }
         event->accept();  // what is typed is no command of the window
         return true;
     }
@@ -167,8 +198,8 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
 bool DesignCanvas::LeavesByFocus(const QFocusEvent& event) const {
     const QWidget* next = QApplication::focusWidget();
     const bool isSource = m_textSource && next && (next == m_textSource || m_textSource->isAncestorOf(next));
-    return event.reason() != Qt::PopupFocusReason && event.reason() != Qt::ActiveWindowFocusReason &&
-           !isSource;
+    return event.reason() != Qt::PopupFocusReason && event.reason() != Qt::MenuBarFocusReason &&
+           event.reason() != Qt::ActiveWindowFocusReason && !isSource && !m_asksExpression;
 }
 
 // Returns whether the key means something else than what it types.
@@ -195,11 +226,56 @@ bool DesignCanvas::EditorKey(const QKeyEvent& key) {
             case Qt::Key_U:
                 m_editor->ToggleUnderline();
                 return true;
+            case Qt::Key_E:
+                EditExpressionInText();
+                return true;
             default:
                 return false;
         }
     }
     return IsMnemonic(key);
+}
+
+// Without a placeholder at the cursor the expression is a new one there.
+void DesignCanvas::EditExpressionInText() {
+    if (!m_expressionAsker || !m_editor || m_asksExpression) {
+        return;
+    }
+    const std::string old = m_editor->ExpressionAtCursor();
+    m_asksExpression = true;
+    const auto value = m_expressionAsker(m_edited, old.empty() ? "=" : old);
+    m_asksExpression = false;
+    if (!m_editor) {
+        return;  // the text box is gone
+    }
+    if (value && *value != old && *value != "=") {
+        m_editor->PutExpression(*value);
+    }
+    m_editor->setFocus();
+}
+
+void DesignCanvas::TakeTextPart() {
+    const ElementId box = m_editor ? m_edited : NoElement;
+    const auto part = m_editor ? m_editor->MarkedPart() : std::nullopt;
+    m_continued = box;
+    m_continuedPart = part;
+    CloseEditor(true);
+    if (part && m_model.Source().Has(box)) {
+        m_model.SelectMade(StepName(m_model, tr("Mark part of"), {box}),
+                           [&](Document& document) { return CutTextPart(document, box, *part); });
+    }
+}
+
+void DesignCanvas::ContinueText() {
+    const ElementId box = std::exchange(m_continued, NoElement);
+    if (!m_model.Item(box)) {
+        return;
+    }
+    m_model.Select({box});
+    EditText();
+    if (m_editor && m_continuedPart) {
+        m_editor->Mark(*m_continuedPart);
+    }
 }
 
 bool DesignCanvas::InsertIntoText(const std::string& expression) {

@@ -24,6 +24,7 @@
 #include "designer/model/field_drag.h"
 #include "designer/model/new_items.h"
 #include "designer/model/rich_text.h"
+#include "designer/model/text_parts.h"
 
 namespace designer {
 
@@ -56,10 +57,23 @@ class DesignCanvas : public QAbstractScrollArea {
     // Inserts an item of the kind in the middle of what is visible, or below what is there, and selects it.
     void InsertAtMiddle(NewItem kind);
 
-    // Opens the selected text box for typing, of several the leader alone. Does nothing if it is none.
+    // Returns the text box that is selected, or that a part of is; NoElement if it is none.
+    ElementId TextBoxToType() const;
+    // Opens it for typing, of several the leader alone; a part is marked in its text.
     void EditText();
     // Takes the text that is being typed, if any. Commands that need all changes call it first.
     void FinishEditing() { CloseEditor(true); }
+
+    // Takes the text that is being typed, as FinishEditing; what is marked in it becomes what is selected, as
+    // runs of their own. ContinueText opens the text again as it was.
+    void TakeTextPart();
+    void ContinueText();
+    // A click on this pane takes the part that is marked.
+    void SetPartPane(QWidget* pane) { m_partPane = pane; }
+    // Lets the user change the value of a text box or of a part of it; nothing: it stays.
+    using ExpressionAsker =
+        std::function<std::optional<std::string>(ElementId box, const std::string& value)>;
+    void SetExpressionAsker(ExpressionAsker asker) { m_expressionAsker = std::move(asker); }
 
     // The widget that may have the focus while a text stays open: its fields are put into the text.
     void SetTextSource(QWidget* source);
@@ -180,6 +194,7 @@ class DesignCanvas : public QAbstractScrollArea {
     void CloseEditor(bool keeps);
     bool LeavesByFocus(const QFocusEvent& event) const;
     bool EditorKey(const QKeyEvent& key);
+    void EditExpressionInText();
     void PlaceEditor();
     void SelectNext(int step);
 
@@ -223,7 +238,11 @@ class DesignCanvas : public QAbstractScrollArea {
     Drop m_drop;
     TextEditor* m_editor = nullptr;  // of the viewport
     RichText m_opened;               // what it had when it was opened
-    QWidget* m_textSource = nullptr;
+    QWidget *m_textSource = nullptr, *m_partPane = nullptr;
+    ExpressionAsker m_expressionAsker;
+    bool m_asksExpression = false;
+    ElementId m_continued = NoElement;        // the text box whose text ContinueText opens
+    std::optional<TextPart> m_continuedPart;  // the selection in it
     ElementId m_edited = NoElement;
     std::vector<ElementId> m_typedInto;  // the edited one, and others that get the same text
     QElapsedTimer m_nudged;

@@ -3,6 +3,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextObjectInterface>
@@ -64,20 +65,26 @@ std::string Literal(const std::string& text) {
     return literal + "\"";
 }
 
-RichRun RunAt(const QTextFragment& fragment) {
-    const QTextCharFormat format = fragment.charFormat();
-    const bool isPlaceholder = format.objectType() == PlaceholderType;
+// The run without its text.
+RichRun RunOf(const QTextCharFormat& format) {
     RichRun run;
-    run.text = isPlaceholder ? format.property(ExpressionProperty).toString().toStdString()
-                             : QString(fragment.text())
-                                   .replace(QChar::LineSeparator, '\n')
-                                   .remove(QChar::ObjectReplacementCharacter)
-                                   .toStdString();
     run.paragraph = format.hasProperty(ParagraphProperty) ? format.intProperty(ParagraphProperty) : -1;
     run.run = format.hasProperty(RunProperty) ? format.intProperty(RunProperty) : -1;
     run.isBold = format.fontWeight() > QFont::Normal;
     run.isItalic = format.fontItalic();
     run.isUnderlined = format.fontUnderline();
+    return run;
+}
+
+RichRun RunAt(const QTextFragment& fragment) {
+    const QTextCharFormat format = fragment.charFormat();
+    const bool isPlaceholder = format.objectType() == PlaceholderType;
+    RichRun run = RunOf(format);
+    run.text = isPlaceholder ? format.property(ExpressionProperty).toString().toStdString()
+                             : QString(fragment.text())
+                                   .replace(QChar::LineSeparator, '\n')
+                                   .remove(QChar::ObjectReplacementCharacter)
+                                   .toStdString();
     return run;
 }
 
@@ -225,14 +232,7 @@ RichParagraph TextEditor::ParagraphAt(const QTextBlock& block) const {
         }
     }
     if (paragraph.runs.empty()) {
-        const QTextCharFormat empty = block.charFormat();
-        RichRun run;
-        run.paragraph = empty.hasProperty(ParagraphProperty) ? empty.intProperty(ParagraphProperty) : -1;
-        run.run = empty.hasProperty(RunProperty) ? empty.intProperty(RunProperty) : -1;
-        run.isBold = empty.fontWeight() > QFont::Normal;
-        run.isItalic = empty.fontItalic();
-        run.isUnderlined = empty.fontUnderline();
-        paragraph.runs.push_back(run);
+        paragraph.runs.push_back(RunOf(block.charFormat()));
     }
     return paragraph;
 }
@@ -285,7 +285,7 @@ void TextEditor::BeginLine() {
 // Into an expression that is being typed it is typed, too.
 void TextEditor::InsertExpression(const std::string& expression) {
     QTextCursor cursor = textCursor();
-    if (toPlainText().startsWith('=')) {
+    if (IsExpressionTyped()) {
         cursor.insertText(QString::fromStdString(expression).mid(1));
         return;
     }
@@ -298,6 +298,92 @@ void TextEditor::InsertExpression(const std::string& expression) {
     cursor.setCharFormat(format);
     setTextCursor(cursor);
     setCurrentCharFormat(format);
+}
+
+TextPart TextEditor::Selection() const {
+    const QTextCursor cursor = textCursor();
+    const QTextBlock first = document()->findBlock(cursor.selectionStart()),
+                     last = document()->findBlock(cursor.selectionEnd());
+    return {first.blockNumber(), cursor.selectionStart() - first.position(), last.blockNumber(),
+            cursor.selectionEnd() - last.position()};
+}
+
+std::optional<TextPart> TextEditor::MarkedPart() const {
+    const QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart(), end = cursor.selectionEnd();
+    const bool isAll = begin == 0 && end == document()->characterCount() - 1;
+    return begin == end || isAll || IsExpressionTyped() ? std::nullopt : std::optional(Selection());
+}
+
+void TextEditor::Mark(const TextPart& part) {
+    const QTextBlock first = document()->findBlockByNumber(part.paragraph),
+                     last = document()->findBlockByNumber(part.lastParagraph);
+    if (first.isValid() && last.isValid()) {
+        QTextCursor cursor = textCursor();
+        cursor.setPosition(first.position() + std::min(part.from, first.length() - 1));
+        cursor.setPosition(last.position() + std::min(part.to, last.length() - 1), QTextCursor::KeepAnchor);
+        setTextCursor(cursor);
+    }
+}
+
+// Marks the placeholder after the position; returns false if there is none.
+bool TextEditor::MarkPlaceholder(int position) {
+    QTextCursor cursor(document());
+    if (position < 0 || position + 1 >= document()->characterCount()) {
+        return false;
+    }
+    cursor.setPosition(position);
+    cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
+    if (cursor.charFormat().objectType() != PlaceholderType) {
+        return false;
+    }
+    setTextCursor(cursor);
+    return true;
+}
+
+std::string TextEditor::ExpressionAtCursor() {
+    if (IsExpressionTyped()) {
+        selectAll();
+        return toPlainText().toStdString();
+    }
+    const QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart(), end = cursor.selectionEnd();
+    const bool isMarked =
+        end - begin <= 1 && (MarkPlaceholder(begin) || (begin == end && MarkPlaceholder(begin - 1)));
+    return isMarked ? textCursor().charFormat().property(ExpressionProperty).toString().toStdString()
+                    : std::string();
+}
+
+void TextEditor::PutExpression(const std::string& expression) {
+    if (IsExpression(expression) && !IsExpressionTyped()) {
+        InsertExpression(expression);
+        return;
+    }
+    QTextCursor cursor = textCursor();
+    QTextCharFormat format = cursor.charFormat();
+    format.setObjectType(QTextFormat::NoObject);
+    format.clearProperty(ExpressionProperty);
+    cursor.insertText(QString::fromStdString(expression).replace('\n', QChar::LineSeparator), format);
+    setTextCursor(cursor);
+}
+
+void TextEditor::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int position = cursorForPosition(event->pos()).position();
+    for (const int at : {position - 1, position}) {
+        QTextCursor cursor(document());
+        cursor.setPosition(std::max(at, 0));
+        const QRect begin = cursorRect(cursor);
+        cursor.setPosition(std::min(at + 1, document()->characterCount() - 1));
+        const QRect end = cursorRect(cursor);
+        const bool isWithin =
+            begin.left() <= event->pos().x() && event->pos().x() <= end.right() && begin.top() == end.top();
+        if (isWithin && MarkPlaceholder(at)) {
+            event->accept();
+            emit ExpressionOpened();
+            return;
+        }
+    }
+    QTextEdit::mouseDoubleClickEvent(event);
 }
 
 bool TextEditor::canInsertFromMimeData(const QMimeData* source) const {

@@ -10,6 +10,7 @@
 #include "designer/canvas/text_look.h"
 #include "designer/model/field_drag.h"
 #include "designer/model/rich_text.h"
+#include "designer/model/text_parts.h"
 
 namespace designer {
 
@@ -29,11 +30,25 @@ class TextEditor : public QTextEdit {
     void ToggleUnderline();
     void BeginLine();  // another paragraph if the text has several, else a line of its only one
     void InsertExpression(const std::string& expression);
+    // Returns where the selection is, also an empty one.
+    TextPart Selection() const;
+    // Returns the part that is marked; nothing if it is all of the text or no character, or if the text is an
+    // expression.
+    std::optional<TextPart> MarkedPart() const;
+    void Mark(const TextPart& part);
+    // Returns the expression that is typed, or that of the placeholder at the cursor, which is marked then;
+    // "" if there is none. The other one replaces it, or what is marked.
+    std::string ExpressionAtCursor();
+    void PutExpression(const std::string& expression);
     // Says which expression a field that is dropped here becomes.
     using FieldNamer = std::function<std::string(const DraggedField& field)>;
     void SetFieldNamer(FieldNamer namer) { m_namer = std::move(namer); }
 
+ signals:
+    void ExpressionOpened();  // a double click on a placeholder, which is marked
+
  protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
 
@@ -42,6 +57,8 @@ class TextEditor : public QTextEdit {
     QTextCharFormat FormatOf(const RichRun& run) const;
     void PlaceText();
     void PlaceWithin(const QRect& area);
+    bool IsExpressionTyped() const { return toPlainText().startsWith('='); }
+    bool MarkPlaceholder(int position);
     RichParagraph ParagraphAt(const QTextBlock& block) const;
 
     FieldNamer m_namer;

@@ -16,6 +16,7 @@
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/part_form.h"
 #include "designer/dialogs/query_run.h"
+#include "designer/dialogs/shared_source_dialog.h"
 #include "designer/dialogs/source_form.h"
 #include "platform/contracts/runtime.h"
 
@@ -78,6 +79,13 @@ QWidget* DataSourceDialog::BuildShared() {
     test->setObjectName("testShared");
     test->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     m_result = new Note(*test, part);
+    auto* change = new QPushButton(tr("Change the &file..."), part);
+    change->setObjectName("changeShared");
+    change->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(test);
+    buttons->addWidget(change);
+    buttons->addStretch(1);
     auto* line = new QHBoxLayout;
     line->addWidget(m_reference, 1);
     line->addWidget(browse);
@@ -86,7 +94,7 @@ QWidget* DataSourceDialog::BuildShared() {
     form->addRow(tr("S&hared data source:"), line);
     static_cast<QLabel*>(form->labelForField(line))->setBuddy(m_reference);
     form->addRow(QString(), m_referenceNote);
-    form->addRow(QString(), test);
+    form->addRow(QString(), buttons);
     form->addRow(QString(), m_result);
     connect(m_reference, &QLineEdit::textEdited, this, [this] {
         m_referenceNote->Clear();
@@ -95,6 +103,7 @@ QWidget* DataSourceDialog::BuildShared() {
     });
     connect(browse, &QPushButton::clicked, this, &DataSourceDialog::AskForShared);
     connect(test, &QPushButton::clicked, this, &DataSourceDialog::TestShared);
+    connect(change, &QPushButton::clicked, this, &DataSourceDialog::ChangeShared);
     return part;
 }
 
@@ -148,6 +157,26 @@ void DataSourceDialog::TestShared() {
     }
 }
 
+// The file is written at once, also if this dialog is cancelled later.
+void DataSourceDialog::ChangeShared() {
+    if (!IsSharedComplete()) {
+        return;
+    }
+    m_result->Clear();
+    try {
+        const std::filesystem::path folder = m_model.File().parent_path();
+        const auto shared = SharedSourceOf(m_reference->text().trimmed().toStdString(), folder);
+        SharedSourceDialog dialog(shared.file, folder, this);
+        if (dialog.exec() == QDialog::Accepted && !dialog.TypedLogon().user.empty()) {
+            m_model.SourceLogons()[m_part->Name()] = dialog.TypedLogon();
+        }
+    } catch (const RuntimeError& error) {
+        m_result->ShowError(QString::fromStdString(error.Description()));
+    } catch (const SourceFlaw& flaw) {
+        m_result->ShowError(QString::fromUtf8(flaw.what()));
+    }
+}
+
 void DataSourceDialog::ShowSource() {
     m_isShowing = true;
     const std::vector<ReportSource> sources = SourcesOf(m_model.Source());
@@ -188,11 +217,19 @@ void DataSourceDialog::accept() {
         source.connectString = ConnectStringOf(m_form->Kind(), fields);
     }
     const std::string old = m_part->Old();
+    const std::vector<ReportSource> sources = SourcesOf(m_model.Source());
+    // One that was typed for the shared file stays.
+    const bool staysShared =
+        isShared && std::any_of(sources.begin(), sources.end(), [&](const ReportSource& one) {
+            return one.name == old && one.isShared && old == source.name;
+        });
     const QString step = old.empty() ? tr("Add Data Source %1") : tr("Change Data Source %1");
     const bool isDone = m_model.Edit(step.arg(QString::fromStdString(source.name)),
                                      [&](Document& document) { PutSource(document, old, source); });
     if (isDone) {
-        m_model.SourceLogons().erase(old);
+        if (!staysShared) {
+            m_model.SourceLogons().erase(old);
+        }
         if (!fields.user.empty() && !fields.keepsLogon) {
             m_model.SourceLogons()[source.name] = {.user = fields.user, .password = fields.password};
         }

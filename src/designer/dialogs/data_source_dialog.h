@@ -33,6 +33,7 @@ class DataSourceDialog : public QDialog {
     void ShowShared();
     void AskForShared();
     void TestShared();
+    void ChangeShared();
     bool IsSharedComplete();
     void Lock();
 

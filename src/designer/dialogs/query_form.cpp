@@ -113,25 +113,28 @@ void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& reque
                           bool canRun) {
     m_kind = &kind;
     m_request = request;
+    const bool isShared = IsShared();
+    m_query->setReadOnly(isShared);
     SetQuery(query);
     m_ownQuery.clear();
     ForgetRows();
     m_colours->setDocument(kind.IsSql() ? m_query->document() : nullptr);
-    m_queryLabel->setVisible(!kind.IsRows());
-    m_query->setVisible(!kind.IsRows());
-    m_run->setVisible(!kind.IsRows() && canRun);
+    const bool hasQuery = isShared || !kind.IsRows();
+    m_queryLabel->setVisible(hasQuery);
+    m_query->setVisible(hasQuery);
+    m_run->setVisible(hasQuery && canRun);
     m_query->setPlaceholderText(
         kind.IsSql() ? "select * from orders"
                      : tr("For example %1; empty for all rows")
                            .arg(QString::fromUtf8(kind.queryHint.data(),
                                                   static_cast<qsizetype>(kind.queryHint.size()))));
-    const bool hasTables = canRun && !kind.tables.empty();
+    const bool hasTables = canRun && !isShared && !kind.tables.empty();
     m_tableSide->setVisible(hasTables);
     ListTables(hasTables);
-    setFocusProxy(hasTables       ? static_cast<QWidget*>(m_tableList)
-                  : kind.IsRows() ? static_cast<QWidget*>(m_table)
-                                  : m_query);
-    if (canRun && !kind.IsSql()) {
+    setFocusProxy(hasTables   ? static_cast<QWidget*>(m_tableList)
+                  : !hasQuery ? static_cast<QWidget*>(m_table)
+                              : m_query);
+    if (canRun && !isShared && !kind.IsSql()) {
         Run();
     }
 }
@@ -220,7 +223,7 @@ bool QueryForm::Run() {
     if (m_rows) {
         return true;
     }
-    if (m_kind->IsSql() && Query().empty()) {
+    if (!IsShared() && m_kind->IsSql() && Query().empty()) {
         ShowError(m_tables.empty() ? tr("Type a query") : tr("Pick a table, or type a query"));
         return false;
     }

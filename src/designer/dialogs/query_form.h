@@ -27,7 +27,8 @@ class QueryForm : public QWidget {
 
     // Shows the tables of a source. The query stays if it is of the same source.
     void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
-    // Shows a query of a source. If `canRun` is false the source is not read at all.
+    // Shows a query of a source, or that of a shared data set, which is not changed here. If `canRun` is
+    // false the source is not read at all.
     void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
                    bool canRun);
     void SetQuery(const std::string& query);
@@ -54,6 +55,7 @@ class QueryForm : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    bool IsShared() const { return !m_request.sharedSet.empty(); }
     void BuildTables(QSplitter& splitter);
     void BuildQuery(QSplitter& splitter);
     void ListTables(bool hasTables);

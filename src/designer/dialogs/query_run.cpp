@@ -104,6 +104,11 @@ rdl::SharedSourceText SharedSourceOf(const std::string& reference, const std::fi
     return reports::Translated([&] { return rdl::ReadSharedSource(reference, folder); });
 }
 
+rdl::SharedSetText SharedSetOf(const std::string& reference, const std::filesystem::path& folder) {
+    reports::UseMachineHost();
+    return reports::Translated([&] { return rdl::ReadSharedSet(reference, folder); });
+}
+
 QString TestOf(const SourceKind& kind, rdl::QueryRequest request) {
     if (!kind.IsSql()) {
         const auto columns = RunQuery(request).columns.size();

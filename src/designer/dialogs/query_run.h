@@ -21,6 +21,8 @@ struct TableName {
 rdl::QueryRows RunQuery(rdl::QueryRequest request);
 // Returns the provider and connect string of a shared data source, as a report in this folder finds it.
 rdl::SharedSourceText SharedSourceOf(const std::string& reference, const std::filesystem::path& folder);
+// The same of a shared data set.
+rdl::SharedSetText SharedSetOf(const std::string& reference, const std::filesystem::path& folder);
 // Reads something of the source. Returns the result as a text for users.
 QString TestOf(const SourceKind& kind, rdl::QueryRequest request);
 // Returns the tables and views of a source whose kind has a query for them.

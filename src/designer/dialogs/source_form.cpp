@@ -101,7 +101,7 @@ void SourceForm::BuildLogonRows() {
     m_user = AddLine(tr("&User:"), "user");
     m_password = AddLine(tr("Pass&word:"), "password");
     m_password->setEchoMode(QLineEdit::Password);
-    m_keeps = new QCheckBox(tr("Keep user and password in the report file, &as readable text"), this);
+    m_keeps = new QCheckBox(tr("Keep user and password in the file, &as readable text"), this);
     m_keeps->setObjectName("keepLogon");
     m_form->addRow(QString(), m_keeps);
     connect(m_keeps, &QCheckBox::toggled, this, &SourceForm::Changed);

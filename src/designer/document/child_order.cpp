@@ -141,6 +141,7 @@ constexpr Order Orders[] = {
      "ChartMinorTickMarks Reverse CrossAt Location Interlaced InterlacedColor LogScale LogBase HideLabels "
      "Angle Minimum "
      "Maximum IncludeZero"},
+    {"UserSort", "SortExpression SortExpressionScope SortTarget"},
     {"GaugePanel",
      "GaugeMember LinearGauges RadialGauges NumericIndicators StateIndicators GaugeImages GaugeLabels "
      "AntiAliasing "
@@ -185,6 +186,9 @@ constexpr std::string_view Collections[] = {
     "BorderStyle",      "BorderWidth",
     "BackgroundImage",  "Style",
     "ChartTitles",      "ChartLegends",
+    "UserSort",         "RadialGauges",
+    "LinearGauges",     "StateIndicators",
+    "ScaleRanges",
 };
 
 using Places = std::unordered_map<std::string_view, int>;

@@ -203,14 +203,12 @@ void Document::EndGroup(bool isKept) {
     if (step.edits.empty()) {
         return;
     }
-    if (m_saved != NeverSaved && m_saved > m_done) {
-        m_saved = NeverSaved;  // the saved state was undone and cannot be reached any more
-    }
-    m_steps.resize(m_done);
+    ForgetUndone();
     const bool isMerged =
         !step.mergeKey.empty() && m_done > 0 && m_saved != m_done && m_steps.back().mergeKey == step.mergeKey;
     if (isMerged) {
         std::move(step.edits.begin(), step.edits.end(), std::back_inserter(m_steps.back().edits));
+        m_steps.back().name = std::move(step.name);
         return;
     }
     m_steps.push_back(std::move(step));
@@ -243,6 +241,13 @@ bool Document::Redo() {
         Make(edit);
     }
     return true;
+}
+
+void Document::ForgetUndone() {
+    if (m_saved != NeverSaved && m_saved > m_done) {
+        m_saved = NeverSaved;  // the saved state was undone and cannot be reached any more
+    }
+    m_steps.resize(m_done);
 }
 
 StepGroup::StepGroup(Document& document, const std::string& step, const std::string& mergeKey)

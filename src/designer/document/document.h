@@ -92,6 +92,8 @@ class Document {
     // Return false if there is no step.
     bool Undo();
     bool Redo();
+    // Forgets the steps that were undone.
+    void ForgetUndone();
 
     // Whether there are steps that were made, or undone, since MarkSaved or the beginning.
     bool IsModified() const { return m_saved != m_done; }
@@ -135,8 +137,8 @@ class Document {
 // within a group belong to the outer one.
 class StepGroup {
  public:
-    // Steps that follow each other with the same merge key, which is not empty, are one step: a drag, a text
-    // while it is typed.
+    // Steps that follow each other with the same merge key, which is not empty, are one step with the name of
+    // the last: a drag, a text while it is typed.
     StepGroup(Document& document, const std::string& step, const std::string& mergeKey = {});
     ~StepGroup();
     StepGroup(const StepGroup&) = delete;

@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QSpinBox>
 #include <algorithm>
 
 #include "designer/graphic_dialogs/chart_lists.h"
@@ -48,6 +49,11 @@ std::optional<FieldSummary> SummaryOf(const std::string& expression) {
     return std::nullopt;
 }
 
+// A group stands further to the right than the one that it is in.
+QString TextOfGroup(const ChartGroup& group) {
+    return QString((group.level - 1) * 3, ' ') + QString::fromStdString(group.expression);
+}
+
 // Returns what `work` makes of the name of each field in the list.
 template <typename Work>
 std::vector<std::string> ForEachField(const QListWidget& fields, Work work) {
@@ -61,10 +67,12 @@ std::vector<std::string> ForEachField(const QListWidget& fields, Work work) {
 
 }  // namespace
 
-ChartDataPage::ChartDataPage(const DesignModel& model, ChartDesign& design, Opener open, QWidget* parent)
+ChartDataPage::ChartDataPage(const DesignModel& model, ChartDesign& design, bool isOlder, Opener open,
+                             QWidget* parent)
     : QWidget(parent),
       m_model(model),
       m_design(design),
+      m_isOlder(isOlder),
       m_open(std::move(open)),
       m_set(new QComboBox(this)),
       m_fields(new FieldList(this)),
@@ -146,13 +154,14 @@ void ChartDataPage::Add(Part part, const DraggedField& field) {
         }
         ChartValue value;
         value.label = CaptionOf(field.field);
-        for (const std::string& name : ValueNamesOf(FindChartType(m_design.type, m_design.subtype))) {
+        for (const std::string& name : ValueNamesOf(m_design)) {
             value.values[name] = Aggregated(isNumeric ? "Sum" : "Count", field.field);
         }
         m_design.values.push_back(value);
         row = static_cast<int>(m_design.values.size()) - 1;
     } else {
-        Groups(part).push_back({NoElement, FieldValue(field.field)});
+        const int level = Groups(part).empty() ? 1 : Groups(part).back().level + 1;
+        Groups(part).push_back({NoElement, FieldValue(field.field), level});
         row = static_cast<int>(Groups(part).size()) - 1;
     }
     m_part = part;
@@ -164,6 +173,7 @@ void ChartDataPage::Remove(Part part, int row) {
         m_design.values.erase(m_design.values.begin() + row);
     } else {
         Groups(part).erase(Groups(part).begin() + row);
+        FitLevels(Groups(part));
     }
     m_part = part;
     ShowLists();
@@ -174,7 +184,9 @@ void ChartDataPage::MoveEntry(Part part, int row, int to) {
     if (part == Part::Values) {
         std::swap(m_design.values[from], m_design.values[place]);
     } else {
+        // The levels stay where they are.
         std::swap(Groups(part)[from], Groups(part)[place]);
+        std::swap(Groups(part)[from].level, Groups(part)[place].level);
     }
     m_rows[static_cast<std::size_t>(part)] = to;
     m_part = part;
@@ -182,7 +194,7 @@ void ChartDataPage::MoveEntry(Part part, int row, int to) {
 }
 
 QString ChartDataPage::TextOf(const ChartValue& value) const {
-    const std::vector<std::string> names = ValueNamesOf(FindChartType(m_design.type, m_design.subtype));
+    const std::vector<std::string> names = ValueNamesOf(m_design);
     const auto found = value.values.find(names.front());
     const QString expression =
         QString::fromStdString(found == value.values.end() ? std::string() : found->second);
@@ -202,7 +214,7 @@ void ChartDataPage::ShowLists() {
     std::array<QStringList, 3> texts{values, {}, {}};
     for (const Part part : {Part::Categories, Part::Series}) {
         for (const ChartGroup& group : Groups(part)) {
-            texts[static_cast<std::size_t>(part)].append(QString::fromStdString(group.expression));
+            texts[static_cast<std::size_t>(part)].append(TextOfGroup(group));
         }
     }
     for (std::size_t index = 0; index < m_lists.size(); ++index) {
@@ -240,18 +252,43 @@ void ChartDataPage::ShowEntry(Part part) {
         ShowValue(entry);
         return;
     }
+    ShowGroup(part, entry);
+}
+
+void ChartDataPage::ShowGroup(Part part, std::size_t entry) {
     m_entry->setTitle(part == Part::Categories ? tr("Category") : tr("Series group"));
+    const auto showTexts = [this, part] {
+        QListWidget& list = m_lists[static_cast<std::size_t>(part)]->List();
+        for (std::size_t row = 0; row < Groups(part).size(); ++row) {
+            list.item(static_cast<int>(row))->setText(TextOfGroup(Groups(part)[row]));
+        }
+    };
     auto* field = new ExpressionField(tr("Group on"), m_entry);
     field->Line().setObjectName("entryValue");
     field->SetChoices(ForEachField(*m_fields, FieldValue));
     field->SetValue(Groups(part)[entry].expression);
     field->SetOpener([this, part, entry] { return m_open(part, entry, {}); });
-    connect(field, &ExpressionField::Edited, this, [this, field, part, entry, row] {
+    connect(field, &ExpressionField::Edited, this, [this, field, part, entry, showTexts] {
         Groups(part)[entry].expression = field->Value();
-        m_lists[static_cast<std::size_t>(part)]->List().item(row)->setText(
-            QString::fromStdString(field->Value()));
+        showTexts();
     });
     m_form->addRow(tr("&Group on:"), field);
+    if (m_isOlder || entry == 0) {
+        return;
+    }
+    auto* level = new QSpinBox(m_entry);
+    level->setObjectName("entryLevel");
+    level->setAccessibleName(tr("Level of the group"));
+    level->setRange(1, Groups(part)[entry - 1].level + 1);
+    level->setValue(Groups(part)[entry].level);
+    level->setToolTip(tr(
+        "A group is within the one before it of a lesser level; those of one level stand beside each other"));
+    connect(level, &QSpinBox::valueChanged, this, [this, part, entry, showTexts](int value) {
+        Groups(part)[entry].level = value;
+        FitLevels(Groups(part));
+        showTexts();
+    });
+    m_form->addRow(tr("Le&vel:"), level);
 }
 
 void ChartDataPage::ShowValue(std::size_t entry) {
@@ -268,7 +305,7 @@ void ChartDataPage::ShowValue(std::size_t entry) {
         showText();
     });
     bool isFirst = true;
-    for (const std::string& name : ValueNamesOf(FindChartType(m_design.type, m_design.subtype))) {
+    for (const std::string& name : ValueNamesOf(m_design)) {
         const QString title = designer::TextOf(TitleOfValue(name));
         auto* line = new QWidget(m_entry);
         auto* aggregate = new QComboBox(line);

@@ -28,7 +28,9 @@ class ChartDataPage : public QWidget {
     enum class Part { Values, Categories, Series };
     using Opener =
         std::function<std::optional<std::string>(Part part, std::size_t entry, const std::string& name)>;
-    ChartDataPage(const DesignModel& model, ChartDesign& design, Opener open, QWidget* parent = nullptr);
+    // `isOlder`: of 2003 or 2005, without groups beside each other.
+    ChartDataPage(const DesignModel& model, ChartDesign& design, bool isOlder, Opener open,
+                  QWidget* parent = nullptr);
 
     // Shows the design as it is now: its type decides which values an entry has.
     void ShowDesign();
@@ -45,11 +47,13 @@ class ChartDataPage : public QWidget {
     void ShowLists();
     void ShowEntry(Part part);
     void ShowValue(std::size_t entry);
+    void ShowGroup(Part part, std::size_t entry);
     void TakeAggregate(ExpressionField& field, QComboBox& aggregate);
     QString TextOf(const ChartValue& value) const;
 
     const DesignModel& m_model;
     ChartDesign& m_design;
+    const bool m_isOlder;
     const Opener m_open;
     QComboBox* m_set;
     FieldList* m_fields;

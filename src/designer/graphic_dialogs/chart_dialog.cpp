@@ -9,20 +9,19 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "designer/dialogs/note.h"
 #include "designer/document/properties/properties.h"
+#include "designer/expressions/expression_dialog.h"
 #include "designer/graphic_dialogs/chart_gallery.h"
 #include "designer/graphic_dialogs/expression_field.h"
 #include "designer/graphic_dialogs/report_copy.h"
 #include "designer/graphics/chart_types.h"
 #include "designer/panes/property_rows.h"
-#include "designer/tables/tablix_shape.h"
 
 namespace designer {
 namespace {
-
-constexpr const char* SeriesCollection = "ChartData/ChartSeriesCollection";
 
 // The words that a property of the element can have.
 QStringList WordsOf(const Document& document, std::string_view element, std::string_view path) {
@@ -44,6 +43,7 @@ ChartDesign DesignInCopy(const Document& document, const ChartDesign& design, co
     const auto take = [&](ElementId& id) { id = id == NoElement ? id : InCopy(document, id, copy); };
     for (ChartValue& value : same.values) {
         take(value.series);
+        std::for_each(value.copies.begin(), value.copies.end(), take);
     }
     for (std::vector<ChartGroup>* groups : {&same.categories, &same.series}) {
         for (ChartGroup& group : *groups) {
@@ -59,14 +59,16 @@ ChartDialog::ChartDialog(DesignModel& model, ElementId chart, QWidget* parent)
     : QDialog(parent),
       m_model(model),
       m_chart(chart),
+      m_isOlder(IsOlderChart(model.Source(), chart)),
       m_design(ReadChartDesign(model.Source(), chart)),
       m_tabs(new QTabWidget(this)) {
     setObjectName("chartDialog");
     setWindowTitle(
         tr("Chart %1").arg(QString::fromStdString(model.Source().Attribute(chart, "Name").value_or(""))));
     m_tabs->setObjectName("chartTabs");
+    m_tabs->setAccessibleName(tr("Parts of the chart"));
     m_data = new ChartDataPage(
-        model, m_design,
+        model, m_design, m_isOlder,
         [this](ChartDataPage::Part part, std::size_t entry, const std::string& name) {
             return Open(part, entry, name);
         },
@@ -78,8 +80,8 @@ ChartDialog::ChartDialog(DesignModel& model, ElementId chart, QWidget* parent)
     m_note = new Note(*m_tabs, this);
     if (m_design.hasOtherGroups) {
         m_note->ShowText(
-            tr("The groups of this chart are not in each other one by one: they are changed in "
-               "the Outline and the Properties"));
+            tr("A group of this chart is none by one expression: groups are changed in the Outline and the "
+               "Properties"));
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &ChartDialog::accept);
@@ -94,8 +96,8 @@ ChartDialog::ChartDialog(DesignModel& model, ElementId chart, QWidget* parent)
 
 QWidget* ChartDialog::MakeTypePage() {
     auto* page = new QWidget(m_tabs);
-    m_gallery = new ChartGallery(page);
-    m_gallery->SetType(FindChartType(m_design.type, m_design.subtype));
+    m_gallery = new ChartGallery(m_isOlder, page);
+    m_gallery->SetType(TypeOf(m_design));
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(m_gallery);
     connect(m_gallery, &QListWidget::currentRowChanged, this, [this] {
@@ -108,24 +110,27 @@ QWidget* ChartDialog::MakeTypePage() {
     return page;
 }
 
+std::optional<std::string> ChartDialog::Ask(
+    const QString& title, const std::string& value,
+    const std::function<void(ChartDesign&, const std::string&)>& set) {
+    const auto write = [this, set](Document& copy, const std::string& text) {
+        ChartDesign wanted = m_design;
+        set(wanted, text);
+        PutChartDesign(copy, InCopy(m_model.Source(), m_chart, copy),
+                       DesignInCopy(m_model.Source(), wanted, copy));
+    };
+    return AskForExpression(m_model, {title, write}, value, this);
+}
+
 ExpressionField* ChartDialog::MakeTitle(const QString& title, const char* name,
-                                        std::string ChartDesign::*text, const char* path) {
+                                        std::string ChartDesign::*text) {
     auto* field = new ExpressionField(title, m_tabs);
     field->Line().setObjectName(name);
     field->SetValue(m_design.*text);
     connect(field, &ExpressionField::Edited, this, [this, field, text] { m_design.*text = field->Value(); });
-    field->SetOpener([this, text, path] {
-        ChartDesign wanted = m_design;
-        // Without a text there is no title that could have one.
-        wanted.*text = (wanted.*text).empty() ? " " : wanted.*text;
-        return EditInCopy(
-            m_model,
-            [&](Document& copy) {
-                const ElementId chart = InCopy(m_model.Source(), m_chart, copy);
-                PutChartDesign(copy, chart, DesignInCopy(m_model.Source(), wanted, copy));
-                return copy.Find(chart, path);
-            },
-            "Caption", this);
+    field->SetOpener([this, title, text] {
+        return Ask(title, m_design.*text,
+                   [text](ChartDesign& design, const std::string& value) { design.*text = value; });
     });
     return field;
 }
@@ -133,14 +138,11 @@ ExpressionField* ChartDialog::MakeTitle(const QString& title, const char* name,
 QWidget* ChartDialog::MakeLookPage() {
     auto* page = new QWidget(m_tabs);
     auto* form = new QFormLayout(page);
-    form->addRow(tr("T&itle:"),
-                 MakeTitle(tr("Title"), "chartTitle", &ChartDesign::title, "ChartTitles/ChartTitle"));
+    form->addRow(tr("T&itle:"), MakeTitle(tr("Title"), "chartTitle", &ChartDesign::title));
     form->addRow(tr("&Category axis:"),
-                 MakeTitle(tr("Title of the category axis"), "categoryTitle", &ChartDesign::categoryTitle,
-                           "ChartAreas/ChartArea/ChartCategoryAxes/ChartAxis/ChartAxisTitle"));
+                 MakeTitle(tr("Title of the category axis"), "categoryTitle", &ChartDesign::categoryTitle));
     form->addRow(tr("&Value axis:"),
-                 MakeTitle(tr("Title of the value axis"), "valueTitle", &ChartDesign::valueTitle,
-                           "ChartAreas/ChartArea/ChartValueAxes/ChartAxis/ChartAxisTitle"));
+                 MakeTitle(tr("Title of the value axis"), "valueTitle", &ChartDesign::valueTitle));
     const auto choice = [&](const char* name, const QStringList& words, const std::string& now) {
         auto* list = new QComboBox(page);
         list->setObjectName(name);
@@ -170,39 +172,20 @@ QWidget* ChartDialog::MakeLookPage() {
 
 std::optional<std::string> ChartDialog::Open(ChartDataPage::Part part, std::size_t entry,
                                              const std::string& name) {
-    const bool isValue = part == ChartDataPage::Part::Values, isLabel = isValue && name == "Label";
-    ChartDesign wanted = m_design;
-    // What is empty may have no element that could have a text.
-    if (isValue) {
-        ChartValue& value = wanted.values.at(entry);
-        std::string& text = isLabel ? value.label : value.values[name];
-        text = text.empty() ? " " : text;
-    }
-    const auto place = [&](Document& copy) {
-        const ElementId chart = InCopy(m_model.Source(), m_chart, copy);
-        PutChartDesign(copy, chart, DesignInCopy(m_model.Source(), wanted, copy));
-        const ChartDesign made = ReadChartDesign(copy, chart);
-        const auto& groups = part == ChartDataPage::Part::Categories ? made.categories : made.series;
-        if (!isValue) {
-            return entry < groups.size() ? copy.Find(groups[entry].member, "Group") : NoElement;
+    using Part = ChartDataPage::Part;
+    const bool isLabel = part == Part::Values && name == "Label";
+    const auto place = [part, entry, name, isLabel](ChartDesign& design) -> std::string& {
+        if (part != Part::Values) {
+            return (part == Part::Categories ? design.categories : design.series).at(entry).expression;
         }
-        ElementId owner = copy.Find(chart, isLabel ? "ChartSeriesHierarchy" : "");
-        for (std::size_t level = 0; isLabel && owner != NoElement && level < made.series.size(); ++level) {
-            owner = copy.Find(owner, "ChartMembers/ChartMember");
-        }
-        if (owner == NoElement) {
-            return NoElement;
-        }
-        const auto members = isLabel ? ChildrenNamed(copy, owner, "ChartMembers", "ChartMember")
-                                     : ChildrenNamed(copy, owner, SeriesCollection, "ChartSeries");
-        return entry >= members.size() ? NoElement
-               : isLabel               ? members[entry]
-                                       : copy.Find(members[entry], "ChartDataPoints/ChartDataPoint");
+        return isLabel ? design.values.at(entry).label : design.values.at(entry).values[name];
     };
-    const std::string path = !isValue  ? "GroupExpressions/GroupExpression"
-                             : isLabel ? name
-                                       : "ChartDataPointValues/" + name;
-    return EditInCopy(m_model, place, path, this);
+    const QString title = part == Part::Categories ? tr("Category")
+                          : part == Part::Series   ? tr("Series group")
+                          : isLabel                ? tr("Name in the legend")
+                                                   : tr("Value");
+    return Ask(title, place(m_design),
+               [place](ChartDesign& design, const std::string& value) { place(design) = value; });
 }
 
 // Looks whether the chart can be as it is shown, and says why not.
@@ -213,12 +196,11 @@ bool ChartDialog::IsComplete() {
         m_data->Choose(part, entry);
         return false;
     };
-    const std::vector<std::string> names = ValueNamesOf(FindChartType(m_design.type, m_design.subtype));
+    const std::vector<std::string> names = ValueNamesOf(m_design);
     for (std::size_t entry = 0; entry < m_design.values.size(); ++entry) {
         const auto& values = m_design.values[entry].values;
         const auto found = values.find(names.front());
-        if (FindChartType(m_design.type, m_design.subtype) &&
-            (found == values.end() || found->second.empty())) {
+        if (TypeOf(m_design) && (found == values.end() || found->second.empty())) {
             return refuse(ChartDataPage::Part::Values, entry,
                           tr("Value %1 has no expression").arg(entry + 1));
         }
@@ -227,7 +209,9 @@ bool ChartDialog::IsComplete() {
         const auto& groups = part == ChartDataPage::Part::Categories ? m_design.categories : m_design.series;
         for (std::size_t entry = 0; entry < groups.size(); ++entry) {
             const std::string& text = groups[entry].expression;
-            if (text.size() < 2 || text.front() != '=') {
+            const bool isName = part == ChartDataPage::Part::Categories && !m_isOlder && !text.empty() &&
+                                text.front() != '=' && groups.size() > 1;
+            if (!isName && (text.size() < 2 || text.front() != '=')) {
                 return refuse(part, entry,
                               tr("A group needs an expression, not \"%1\": =Fields!Region.Value")
                                   .arg(QString::fromStdString(text)));

@@ -28,13 +28,16 @@ class ChartDialog : public QDialog {
  private:
     QWidget* MakeTypePage();
     QWidget* MakeLookPage();
-    ExpressionField* MakeTitle(const QString& title, const char* name, std::string ChartDesign::*text,
-                               const char* path);
+    ExpressionField* MakeTitle(const QString& title, const char* name, std::string ChartDesign::*text);
+    // Asks for a value that `set` writes to a design.
+    std::optional<std::string> Ask(const QString& title, const std::string& value,
+                                   const std::function<void(ChartDesign&, const std::string&)>& set);
     std::optional<std::string> Open(ChartDataPage::Part part, std::size_t entry, const std::string& name);
     bool IsComplete();
 
     DesignModel& m_model;
     const ElementId m_chart;
+    const bool m_isOlder;
     ChartDesign m_design;
     QTabWidget* m_tabs;
     ChartGallery* m_gallery = nullptr;

@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "designer/document/properties/properties.h"
 #include "designer/graphic_dialogs/chart_pictures.h"
 #include "designer/tables/fields.h"
 
@@ -20,7 +21,7 @@ QString GalleryText(std::string_view text) {
 
 }  // namespace
 
-ChartGallery::ChartGallery(QWidget* parent) : QListWidget(parent) {
+ChartGallery::ChartGallery(bool isOlder, QWidget* parent) : QListWidget(parent) {
     setObjectName("gallery");
     setAccessibleName(tr("Type of the chart"));
     setViewMode(QListView::IconMode);
@@ -34,6 +35,7 @@ ChartGallery::ChartGallery(QWidget* parent) : QListWidget(parent) {
     const int width = std::max(ChartPictureWidth + 12, fontMetrics().averageCharWidth() * 16);
     for (std::size_t index = 0; index < pictures.size(); ++index) {
         auto* entry = new QListWidgetItem(pictures[index], GalleryText(ChartTypes()[index].title), this);
+        entry->setHidden(isOlder && ChartTypes()[index].olderType.empty());
         entry->setSizeHint({width, ChartPictureHeight + fontMetrics().lineSpacing() + 14});
     }
     setCurrentRow(0);
@@ -54,7 +56,9 @@ QSize ChartGallery::sizeHint() const {
 }
 
 NewChartDialog::NewChartDialog(const Document& document, QWidget* parent)
-    : QDialog(parent), m_gallery(new ChartGallery(this)), m_set(new QComboBox(this)) {
+    : QDialog(parent),
+      m_gallery(new ChartGallery(IsOlderSchema(document), this)),
+      m_set(new QComboBox(this)) {
     setObjectName("newChartDialog");
     setWindowTitle(tr("New Chart"));
     m_set->setObjectName("cboDataSet");

@@ -15,7 +15,8 @@ namespace designer {
 class ChartGallery : public QListWidget {
     Q_OBJECT
  public:
-    explicit ChartGallery(QWidget* parent = nullptr);
+    // `isOlder`: only types that charts of 2003 and 2005 can have.
+    explicit ChartGallery(bool isOlder, QWidget* parent = nullptr);
     // Shows a type as chosen; null: none.
     void SetType(const ChartType* type);
     const ChartType* Type() const;  // null: none is chosen

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dialog of a gauge or an indicator: its value, scale, and ranges or states.
+// The dialog of a panel of gauges and indicators: of each its kind, value, scale, and ranges or states.
 #pragma once
 
 #include "designer/graphic_dialogs/item_dialog.h"
 #include "designer/graphics/gauge_parts.h"
+
+class QComboBox;
+class QPushButton;
 
 namespace designer {
 
@@ -12,18 +15,27 @@ class PartsTable;
 class GaugeDialog : public ItemDialog {
     Q_OBJECT
  public:
-    // The panel has a GaugeDesign.
     GaugeDialog(DesignModel& model, ElementId panel, QWidget* parent = nullptr);
 
  protected:
     void Write(Document& document, ElementId panel) const override;
 
  private:
+    void BuildGauges();
+    std::vector<GaugeDesign> Designs() const;  // with what is typed
+    ElementId Shown(const Document& document, ElementId panel) const;
+    void Add(GaugeKind kind);
+    void RemoveGauge();
+    void ShowGauges();
+    void ShowGauge();
     void ShowRanges();
     void ShowColours();
     void ChooseColour();
 
-    const GaugeDesign m_design;
+    std::vector<GaugeDesign> m_designs;
+    int m_current = -1;  // that the lines below show
+    QComboBox *m_gauges, *m_kind;
+    QPushButton* m_remove = nullptr;
     ExpressionField *m_value, *m_least, *m_most;
     PartsTable* m_ranges;
 };

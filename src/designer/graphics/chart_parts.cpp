@@ -2,13 +2,16 @@
 #include "designer/graphics/chart_parts.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
+#include "designer/document/properties/properties.h"
 #include "designer/document/xml_text.h"
-#include "designer/graphics/chart_types.h"
+#include "designer/graphics/chart_elements.h"
+#include "designer/graphics/older_charts.h"
 #include "designer/graphics/part_text.h"
-#include "designer/tables/fields.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 
@@ -16,72 +19,66 @@ namespace designer {
 namespace {
 
 constexpr std::string_view Categories = "ChartCategoryHierarchy", Series = "ChartSeriesHierarchy";
-constexpr std::string_view Members = "ChartMembers", Collection = "ChartData/ChartSeriesCollection";
+constexpr std::string_view NewerElements[] = {Series, Categories, "ChartAreas"};
+constexpr std::string_view Collection = "ChartData/ChartSeriesCollection";
 constexpr std::string_view Point = "ChartDataPoints/ChartDataPoint";
 constexpr std::string_view Label = "ChartDataPoints/ChartDataPoint/ChartDataLabel";
 constexpr std::string_view Area = "ChartAreas/ChartArea";
 constexpr std::string_view CategoryAxes = "ChartCategoryAxes", ValueAxes = "ChartValueAxes";
-constexpr std::size_t MostLevels = 50;
-
-std::string Around(std::string_view name, const std::string& content) {
-    return "<" + std::string(name) + ">" + content + "</" + std::string(name) + ">";
-}
 
 bool IsTrue(const Document& document, ElementId id, const std::string& path) {
     return SameAscii(TrimmedTextAt(document, id, path), "true");
 }
 
-std::vector<ElementId> MembersOf(const Document& document, ElementId owner) {
-    return ChildrenNamed(document, owner, Members, "ChartMember");
-}
-
 // --- Reading ---
 
-// Reads groups that are within each other, and returns the innermost of them, or the hierarchy.
-ElementId ReadGroups(const Document& document, ElementId hierarchy, std::vector<ChartGroup>& groups) {
-    ElementId owner = hierarchy;
-    while (owner != NoElement && groups.size() < MostLevels) {
-        const std::vector<ElementId> members = MembersOf(document, owner);
-        const bool isGroup =
-            members.size() == 1 &&
-            ChildrenNamed(document, members.front(), "Group/GroupExpressions", "GroupExpression").size() == 1;
-        if (!isGroup) {
-            break;
-        }
-        owner = members.front();
-        groups.push_back({owner, TrimmedTextAt(document, owner, "Group/GroupExpressions/GroupExpression")});
+std::map<std::string, std::string> PointValues(const Document& document, ElementId point) {
+    std::map<std::string, std::string> values;
+    const ElementId owner = point == NoElement ? NoElement : document.Find(point, "ChartDataPointValues");
+    for (const ElementId child : owner == NoElement ? std::vector<ElementId>{} : document.Children(owner)) {
+        values[document.Name(child)] = TrimmedTextAt(document, child, "");
     }
-    return owner;
+    return values;
 }
 
-bool IsStatic(const Document& document, ElementId member) {
-    return document.Find(member, "Group") == NoElement && MembersOf(document, member).empty();
+std::string LabelOf(const Document& document, const std::vector<ElementId>& labels, std::size_t index) {
+    return index < labels.size() ? TrimmedTextAt(document, labels[index], "Label") : std::string();
 }
 
-// The static members of the values; none if the one value has none of its own.
-std::vector<ElementId> LabelMembers(const Document& document, ElementId chart) {
-    std::vector<ChartGroup> groups;
-    const ElementId inner = ReadGroups(document, document.Find(chart, Series), groups);
-    return inner == NoElement ? std::vector<ElementId>{} : MembersOf(document, inner);
+// Whether each leaf of the series groups has the same values, in their order.
+bool AreAlike(const Document& document, const ChartTree& tree, std::size_t series) {
+    const std::vector<ElementId>& first = tree.labels.front();
+    const std::size_t count = std::max<std::size_t>(first.size(), 1);
+    return (series == tree.leaves.size() * count || (series == 0 && first.empty())) &&
+           std::all_of(tree.labels.begin(), tree.labels.end(), [&](const std::vector<ElementId>& labels) {
+               bool isSame = labels.size() == first.size();
+               for (std::size_t index = 0; isSame && index < first.size(); ++index) {
+                   isSame = LabelOf(document, labels, index) == LabelOf(document, first, index);
+               }
+               return isSame;
+           });
 }
 
 void ReadValues(const Document& document, ElementId chart, ChartDesign& design) {
-    const std::vector<ElementId> labels = LabelMembers(document, chart);
+    const ChartTree tree = ReadSeriesGroups(document, chart);
     const std::vector<ElementId> all = ChildrenNamed(document, chart, Collection, "ChartSeries");
+    design.hasOtherGroups = !tree.isKnown || tree.labels.empty() || !AreAlike(document, tree, all.size());
+    design.series = tree.groups;
+    const std::vector<ElementId> labels =
+        tree.labels.empty() ? std::vector<ElementId>{} : tree.labels.front();
+    const std::size_t count =
+        design.hasOtherGroups ? all.size() : std::min(all.size(), std::max<std::size_t>(labels.size(), 1));
     for (std::size_t index = 0; index < all.size(); ++index) {
+        if (index >= count) {
+            design.values[index % count].copies.push_back(all[index]);
+            continue;
+        }
         ChartValue& value = design.values.emplace_back();
         value.series = all[index];
-        value.label = index < labels.size() ? TrimmedTextAt(document, labels[index], "Label") : std::string();
-        const ElementId point = document.Find(all[index], std::string(Point) + "/ChartDataPointValues");
-        for (const ElementId child :
-             point == NoElement ? std::vector<ElementId>{} : document.Children(point)) {
-            value.values[document.Name(child)] = TrimmedTextAt(document, child, "");
-        }
+        value.label = LabelOf(document, labels, index);
+        const std::vector<ElementId> points = ChartPointsOf(document, all[index]);
+        value.values = PointValues(document, points.empty() ? NoElement : points.front());
     }
-    const bool hasLabels =
-        std::all_of(labels.begin(), labels.end(), [&](ElementId id) { return IsStatic(document, id); });
-    design.hasOtherGroups =
-        !hasLabels || (labels.size() != all.size() && !(labels.empty() && all.size() == 1));
 }
 
 std::string AxisPath(std::string_view axes) {
@@ -95,40 +92,7 @@ bool ShowsLabels(const Document& document, ElementId series) {
 
 // --- Writing ---
 
-std::string GroupMember(const std::string& expression, NewNames& names, const std::string& inner) {
-    const std::string field = FieldOfValue(expression);
-    return Around("ChartMember",
-                  "<Group Name=\"" + names.Take((field.empty() ? "Chart" : field) + "Group") + "\">" +
-                      Around("GroupExpressions", LeafOf("GroupExpression", expression)) + "</Group>" +
-                      Around("SortExpressions", Around("SortExpression", LeafOf("Value", expression))) +
-                      inner + LeafOf("Label", expression));
-}
-
-// The member as it is, with other members within it.
-std::string KeptMember(const Document& document, ElementId member, const std::string& inner) {
-    std::string before, after;
-    for (const ElementId child : document.Children(member)) {
-        const std::string name = document.Name(child);
-        if (name != Members) {
-            (name == "Group" || name == "SortExpressions" ? before : after) += XmlOf(document, child);
-        }
-    }
-    return Around("ChartMember", before + inner + after);
-}
-
-// Returns the members of a hierarchy, from the innermost group outwards.
-std::string MembersXml(const Document& document, const std::vector<ChartGroup>& groups, std::string inner,
-                       NewNames& names) {
-    for (auto group = groups.rbegin(); group != groups.rend(); ++group) {
-        const bool stays = group->member != NoElement &&
-                           TrimmedTextAt(document, group->member, "Group/GroupExpressions/GroupExpression") ==
-                               group->expression;
-        inner = Around(Members, stays ? KeptMember(document, group->member, inner)
-                                      : GroupMember(group->expression, names, inner));
-    }
-    return inner.empty() ? Around(Members, "<ChartMember />") : inner;
-}
-
+// The names of the values as members; those of `kept` stay that name the same.
 std::string LabelsXml(const Document& document, const ChartDesign& now, const std::vector<ElementId>& kept,
                       const ChartDesign& design) {
     std::string members;
@@ -140,79 +104,9 @@ std::string LabelsXml(const Document& document, const ChartDesign& now, const st
             member = isSame ? kept[index] : member;
         }
         members += member != NoElement ? XmlOf(document, member)
-                                       : Around("ChartMember", LeafOf("Label", value.label));
+                                       : ElementXml("ChartMember", LeafOf("Label", value.label));
     }
-    return Around(Members, members);
-}
-
-std::string SeriesXml(const ChartDesign& design, const ChartValue& value, const std::string& name) {
-    std::string values;
-    for (const std::string& one : ValueNamesOf(FindChartType(design.type, design.subtype))) {
-        const auto found = value.values.find(one);
-        values += found == value.values.end() ? std::string() : LeafOf(one, found->second);
-    }
-    const bool isPart = SameAscii(design.type, "Shape");
-    const std::string label =
-        !design.showsLabels ? std::string()
-                            : Around("ChartDataLabel", "<Style />" +
-                                                           (isPart ? LeafOf("Label", "#PERCENT{P0}")
-                                                                   : LeafOf("UseValueAsLabel", "true")) +
-                                                           LeafOf("Visible", "true"));
-    const bool hasMarkers = SameAscii(design.type, "Line");
-    return "<ChartSeries Name=\"" + EscapedValue(name, '"') + "\">" +
-           Around("ChartDataPoints",
-                  Around("ChartDataPoint", Around("ChartDataPointValues", values) + label +
-                                               (hasMarkers ? Around("ChartMarker", LeafOf("Type", "Circle"))
-                                                           : std::string()))) +
-           LeafOf("Type", design.type) + LeafOf("Subtype", design.subtype) + "<Style /></ChartSeries>";
-}
-
-// Series names need not differ from those of items.
-std::string SeriesName(const Document& document, ElementId chart, std::size_t number) {
-    std::vector<std::string> taken;
-    if (chart != NoElement) {
-        for (const ElementId id : ChildrenNamed(document, chart, Collection, "ChartSeries")) {
-            taken.push_back(document.Attribute(id, "Name").value_or(""));
-        }
-    }
-    std::string name;
-    do {
-        name = "Series" + std::to_string(number++);
-    } while (std::find(taken.begin(), taken.end(), name) != taken.end());
-    return name;
-}
-
-constexpr std::string_view GridXml =
-    "<ChartMajorGridLines><Enabled>True</Enabled><Style><Border><Color>#dddddd</Color><Style>Solid</Style>"
-    "</Border></Style></ChartMajorGridLines>";
-
-std::string AxisXml(bool isValue, const ChartDesign& design) {
-    const std::string& title = isValue ? design.valueTitle : design.categoryTitle;
-    return "<ChartAxis Name=\"Primary\"><Style><FontSize>8pt</FontSize>" +
-           (isValue ? LeafOf("Format", "N0") : std::string()) + "</Style>" +
-           (title.empty() ? std::string()
-                          : Around("ChartAxisTitle",
-                                   LeafOf("Caption", title) + "<Style><FontSize>8pt</FontSize></Style>")) +
-           (isValue ? std::string(GridXml) : std::string()) +
-           // The first bar is at the top.
-           (!isValue && SameAscii(design.type, "Bar") ? LeafOf("Reverse", "true") : std::string()) +
-           "</ChartAxis>";
-}
-
-std::string AreasXml(const ChartDesign& design) {
-    return "<ChartAreas><ChartArea Name=\"Default\"><ChartCategoryAxes>" + AxisXml(false, design) +
-           "</ChartCategoryAxes><ChartValueAxes>" + AxisXml(true, design) +
-           "</ChartValueAxes><Style /></ChartArea></ChartAreas>";
-}
-
-std::string LegendXml(const std::string& position) {
-    return "<ChartLegend Name=\"Default\"><Style><FontSize>8pt</FontSize></Style>" +
-           LeafOf("Position", position) + "</ChartLegend>";
-}
-
-std::string TitleXml(const std::string& caption) {
-    return "<ChartTitle Name=\"Default\">" + LeafOf("Caption", caption) +
-           "<Style><FontSize>11pt</FontSize><FontWeight>Bold</FontWeight></Style></ChartTitle>";
+    return ElementXml("ChartMembers", members);
 }
 
 class ChartChange {
@@ -221,15 +115,20 @@ class ChartChange {
         : m_document(document),
           m_chart(chart),
           m_now(ReadChartDesign(document, chart)),
+          m_categoryTree(ReadCategories(document, chart)),
+          m_seriesTree(ReadSeriesGroups(document, chart)),
           m_design(std::move(design)) {}
 
     void Make() {
         const bool isOtherType = m_now.type != m_design.type || m_now.subtype != m_design.subtype;
-        Complete(isOtherType);
+        CompleteValues(m_design, isOtherType);
+        FitLevels(m_design.categories);
+        FitLevels(m_design.series);
         if (!m_design.hasOtherGroups) {
             PutGroups();
         }
         PutSeries(isOtherType);
+        PutPoints();
         PutText("DataSetName", m_now.dataSet, m_design.dataSet);
         PutText("Palette", m_now.palette, m_design.palette);
         PutTitles();
@@ -238,26 +137,6 @@ class ChartChange {
     }
 
  private:
-    // A type that has other values shows those that there are.
-    void Complete(bool isOtherType) {
-        for (ChartValue& value : m_design.values) {
-            if (!isOtherType && value.series != NoElement) {
-                continue;
-            }
-            const auto any = std::find_if(value.values.begin(), value.values.end(),
-                                          [](const auto& one) { return !one.second.empty(); });
-            const auto own = value.values.find("Y");
-            const std::string text = own != value.values.end() && !own->second.empty() ? own->second
-                                     : any != value.values.end()                       ? any->second
-                                                                                       : std::string();
-            for (const std::string& name : ValueNamesOf(FindChartType(m_design.type, m_design.subtype))) {
-                if (value.values[name].empty()) {
-                    value.values[name] = text;
-                }
-            }
-        }
-    }
-
     void PutText(std::string_view path, const std::string& old, const std::string& text) {
         if (old != text) {
             text.empty() ? RemoveAt(m_document, m_chart, path) : SetText(m_document, m_chart, path, text);
@@ -266,7 +145,7 @@ class ChartChange {
 
     void Replace(std::string_view hierarchy, const std::string& members) {
         const ElementId old = m_document.Find(m_chart, hierarchy);
-        const std::string xml = Around(hierarchy, members);
+        const std::string xml = ElementXml(hierarchy, members);
         if (old == NoElement) {
             InsertXml(m_document, m_chart, xml);
             return;
@@ -278,7 +157,7 @@ class ChartChange {
     void PutGroups() {
         NewNames names(m_document);
         if (m_now.categories != m_design.categories) {
-            Replace(Categories, MembersXml(m_document, m_design.categories, {}, names));
+            Replace(Categories, ChartMembersXml(m_document, m_design.categories, {}, names));
         }
         const auto labels = [](const ChartDesign& design) {
             std::vector<std::pair<ElementId, std::string>> all;
@@ -288,53 +167,100 @@ class ChartChange {
             return all;
         };
         if (m_now.series != m_design.series || labels(m_now) != labels(m_design)) {
-            const std::vector<ElementId> kept = LabelMembers(m_document, m_chart);
-            const std::string inner = LabelsXml(m_document, m_now, kept, m_design);
-            Replace(Series, MembersXml(m_document, m_design.series, inner, names));
+            const std::string inner = LabelsXml(m_document, m_now, m_seriesTree.labels.front(), m_design);
+            Replace(Series, ChartMembersXml(m_document, m_design.series, inner, names));
         }
     }
 
+    // Each leaf of the series groups has a series for each value; one of a new leaf is a copy.
     void PutSeries(bool isOtherType) {
-        for (const ChartValue& old : m_now.values) {
-            const bool stays =
-                std::any_of(m_design.values.begin(), m_design.values.end(),
-                            [&](const ChartValue& value) { return value.series == old.series; });
-            if (!stays) {
-                Remove(m_document, old.series);
-            }
-        }
         EnsureChild(m_document, EnsureChild(m_document, m_chart, "ChartData"), "ChartSeriesCollection");
-        for (std::size_t index = 0; index < m_design.values.size(); ++index) {
-            ChartValue& value = m_design.values[index];
-            if (value.series == NoElement) {
-                value.series =
-                    InsertXml(m_document, m_document.Find(m_chart, Collection),
-                              SeriesXml(m_design, value, SeriesName(m_document, m_chart, index + 1)));
-            } else if (isOtherType) {
-                SetText(m_document, value.series, "Type", m_design.type);
-                SetText(m_document, value.series, "Subtype", m_design.subtype);
+        const std::vector<std::size_t> leaves = m_design.hasOtherGroups
+                                                    ? std::vector<std::size_t>{0}
+                                                    : OldLeaves(m_design.series, m_seriesTree.leaves);
+        std::vector<ElementId> wanted;
+        for (const std::size_t leaf : leaves) {
+            for (const ChartValue& value : m_design.values) {
+                wanted.push_back(SeriesFor(value, leaf, wanted));
             }
+        }
+        for (const ElementId old : ChildrenNamed(m_document, m_chart, Collection, "ChartSeries")) {
+            if (std::find(wanted.begin(), wanted.end(), old) == wanted.end()) {
+                Remove(m_document, old);
+            }
+        }
+        PutOrder(wanted);
+        for (std::size_t index = 0; index < wanted.size(); ++index) {
+            if (isOtherType) {
+                SetText(m_document, wanted[index], "Type", m_design.type);
+                SetText(m_document, wanted[index], "Subtype", m_design.subtype);
+            }
+            const ChartValue& value = m_design.values[index % m_design.values.size()];
             for (const auto& [name, text] : value.values) {
-                PutValue(value.series, name, text);
+                PutValue(wanted[index], OldValueOf(value, name), name, text);
             }
         }
-        PutOrder();
+        m_series = std::move(wanted);
     }
 
-    void PutValue(ElementId series, const std::string& name, const std::string& text) {
-        const std::string path = std::string(Point) + "/ChartDataPointValues/" + name;
-        if (TrimmedTextAt(m_document, series, path) != text) {
-            SetText(m_document, series, path, text);
-        }
-    }
-
-    void PutOrder() {
+    ElementId SeriesFor(const ChartValue& value, std::size_t leaf, const std::vector<ElementId>& taken) {
         const ElementId collection = m_document.Find(m_chart, Collection);
-        for (std::size_t index = 0; index < m_design.values.size(); ++index) {
-            const ElementId there = ChildrenNamed(m_document, m_chart, Collection, "ChartSeries")[index];
-            if (there != m_design.values[index].series) {
-                Move(m_document, m_design.values[index].series, collection, there);
+        const std::string name = SeriesName(
+            m_document, m_chart, ChildrenNamed(m_document, m_chart, Collection, "ChartSeries").size() + 1);
+        if (value.series == NoElement) {
+            return InsertXml(m_document, collection, SeriesXml(m_design, value, name));
+        }
+        const ElementId own = leaf == 0 || leaf > value.copies.size() ? value.series : value.copies[leaf - 1];
+        if (std::find(taken.begin(), taken.end(), own) == taken.end()) {
+            return own;
+        }
+        const ElementId copy = InsertXml(m_document, collection, XmlOf(m_document, own));
+        SetAttribute(m_document, copy, "Name", name);
+        return copy;
+    }
+
+    // What the first point of the value says now.
+    std::optional<std::string> OldValueOf(const ChartValue& value, const std::string& name) const {
+        for (const ChartValue& old : m_now.values) {
+            const auto found = old.values.find(name);
+            if (value.series != NoElement && old.series == value.series && found != old.values.end()) {
+                return found->second;
             }
+        }
+        return std::nullopt;
+    }
+
+    // Points that say something else than the first one keep that.
+    void PutValue(ElementId series, const std::optional<std::string>& old, const std::string& name,
+                  const std::string& text) {
+        const std::string path = "ChartDataPointValues/" + name;
+        const std::vector<ElementId> points = ChartPointsOf(m_document, series);
+        for (const ElementId point : points) {
+            const std::string now = TrimmedTextAt(m_document, point, path);
+            if (now != text && (!old || now == *old)) {
+                SetText(m_document, point, path, text);
+            }
+        }
+        if (points.empty() && !text.empty()) {
+            SetText(m_document, series, std::string(Point) + "/" + path, text);
+        }
+    }
+
+    void PutOrder(const std::vector<ElementId>& wanted) {
+        const ElementId collection = m_document.Find(m_chart, Collection);
+        for (std::size_t index = 0; index < wanted.size(); ++index) {
+            const ElementId there = ChildrenNamed(m_document, m_chart, Collection, "ChartSeries")[index];
+            if (there != wanted[index]) {
+                Move(m_document, wanted[index], collection, there);
+            }
+        }
+    }
+
+    // A series that is new has one point.
+    void PutPoints() {
+        const std::vector<std::size_t> leaves = OldLeaves(m_design.categories, m_categoryTree.leaves);
+        for (const ElementId series : m_design.hasOtherGroups ? std::vector<ElementId>{} : m_series) {
+            PutChartPoints(m_document, series, leaves, m_categoryTree.leaves.size());
         }
     }
 
@@ -396,16 +322,19 @@ class ChartChange {
         if (m_now.showsLabels == m_design.showsLabels) {
             return;
         }
-        for (const ChartValue& value : m_design.values) {
-            const bool isOfSeries = m_document.Find(value.series, Label) == NoElement &&
-                                    m_document.Find(value.series, "ChartDataLabel") != NoElement;
-            const std::string label = isOfSeries ? "ChartDataLabel" : std::string(Label);
-            if (ShowsLabels(m_document, value.series) == m_design.showsLabels) {
+        for (const ElementId series : m_series) {
+            const bool isOfSeries = m_document.Find(series, Label) == NoElement &&
+                                    m_document.Find(series, "ChartDataLabel") != NoElement;
+            if (ShowsLabels(m_document, series) == m_design.showsLabels) {
                 continue;
             }
-            SetText(m_document, value.series, label + "/Visible", m_design.showsLabels ? "true" : "false");
-            if (m_design.showsLabels && TrimmedTextAt(m_document, value.series, label + "/Label").empty()) {
-                SetText(m_document, value.series, label + "/UseValueAsLabel", "true");
+            for (const ElementId owner :
+                 isOfSeries ? std::vector{series} : ChartPointsOf(m_document, series)) {
+                SetText(m_document, owner, "ChartDataLabel/Visible", m_design.showsLabels ? "true" : "false");
+                if (m_design.showsLabels &&
+                    TrimmedTextAt(m_document, owner, "ChartDataLabel/Label").empty()) {
+                    SetText(m_document, owner, "ChartDataLabel/UseValueAsLabel", "true");
+                }
             }
         }
     }
@@ -413,26 +342,65 @@ class ChartChange {
     Document& m_document;
     const ElementId m_chart;
     const ChartDesign m_now;
+    const ChartTree m_categoryTree, m_seriesTree;
     ChartDesign m_design;
+    std::vector<ElementId> m_series;  // of the leaves of the series groups, in their order
 };
 
 }  // namespace
 
+bool IsOlderChart(const Document& document, ElementId chart) {
+    return std::none_of(std::begin(NewerElements), std::end(NewerElements),
+                        [&](std::string_view name) { return document.Find(chart, name) != NoElement; });
+}
+
 bool HasChartDesign(const Document& document, ElementId chart) {
-    return document.Find(chart, Series) != NoElement || document.Find(chart, Categories) != NoElement ||
-           document.Find(chart, "ChartAreas") != NoElement;
+    return !IsOlderChart(document, chart) || IsOlderSchema(document);
+}
+
+const ChartType* TypeOf(const ChartDesign& design) {
+    return FindChartType(design.type, design.subtype);
+}
+
+std::vector<std::string> ValueNamesOf(const ChartDesign& design) {
+    const ChartType* type = TypeOf(design);
+    std::vector<std::string> names;
+    if (!type && !design.values.empty()) {
+        for (const auto& [name, value] : design.values.front().values) {
+            names.push_back(name);
+        }
+    }
+    return names.empty() ? ValueNamesOf(type) : names;
+}
+
+void CompleteValues(ChartDesign& design, bool isOtherType) {
+    for (ChartValue& value : design.values) {
+        if (!isOtherType && value.series != NoElement) {
+            continue;
+        }
+        const auto any = std::find_if(value.values.begin(), value.values.end(),
+                                      [](const auto& one) { return !one.second.empty(); });
+        const auto own = value.values.find("Y");
+        const std::string text = own != value.values.end() && !own->second.empty() ? own->second
+                                 : any != value.values.end()                       ? any->second
+                                                                                   : std::string();
+        for (const std::string& name : ValueNamesOf(design)) {
+            if (value.values[name].empty()) {
+                value.values[name] = text;
+            }
+        }
+    }
 }
 
 ChartDesign ReadChartDesign(const Document& document, ElementId chart) {
     ChartDesign design;
+    if (IsOlderChart(document, chart)) {
+        return ReadOlderChart(document, chart);
+    }
     ReadValues(document, chart, design);
-    const ElementId categories = ReadGroups(document, document.Find(chart, Categories), design.categories);
-    const std::vector<ElementId> rest =
-        categories == NoElement ? std::vector<ElementId>{} : MembersOf(document, categories);
-    const bool isPlain =
-        rest.empty() || (rest.size() == 1 && design.categories.empty() && IsStatic(document, rest.front()));
-    design.hasOtherGroups = design.hasOtherGroups || !isPlain;
-    ReadGroups(document, document.Find(chart, Series), design.series);
+    const ChartTree categories = ReadCategories(document, chart);
+    design.categories = categories.groups;
+    design.hasOtherGroups = design.hasOtherGroups || !categories.isKnown;
     if (!design.values.empty()) {
         design.type = TrimmedTextAt(document, design.values.front().series, "Type");
         design.subtype = TrimmedTextAt(document, design.values.front().series, "Subtype");
@@ -455,21 +423,26 @@ ChartDesign ReadChartDesign(const Document& document, ElementId chart) {
 
 void PutChartDesign(Document& document, ElementId chart, ChartDesign design) {
     const StepGroup group(document, "Change chart");
-    ChartChange(document, chart, std::move(design)).Make();
+    if (IsOlderChart(document, chart)) {
+        PutOlderChart(document, chart, std::move(design));
+    } else {
+        ChartChange(document, chart, std::move(design)).Make();
+    }
 }
 
 std::string NewChartContent(const Document& document, const ChartDesign& design) {
     NewNames names(document);
     std::string labels, series;
     for (std::size_t index = 0; index < design.values.size(); ++index) {
-        labels += Around("ChartMember", LeafOf("Label", design.values[index].label));
+        labels += ElementXml("ChartMember", LeafOf("Label", design.values[index].label));
         series += SeriesXml(design, design.values[index], SeriesName(document, NoElement, index + 1));
     }
-    return Around(Categories, MembersXml(document, design.categories, {}, names)) +
-           Around(Series, MembersXml(document, design.series, Around(Members, labels), names)) +
-           Around("ChartData", Around("ChartSeriesCollection", series)) + AreasXml(design) +
-           (design.legend.empty() ? std::string() : Around("ChartLegends", LegendXml(design.legend))) +
-           (design.title.empty() ? std::string() : Around("ChartTitles", TitleXml(design.title))) +
+    return ElementXml(Categories, ChartMembersXml(document, design.categories, {}, names)) +
+           ElementXml(Series,
+                      ChartMembersXml(document, design.series, ElementXml("ChartMembers", labels), names)) +
+           ElementXml("ChartData", ElementXml("ChartSeriesCollection", series)) + AreasXml(design) +
+           (design.legend.empty() ? std::string() : ElementXml("ChartLegends", LegendXml(design.legend))) +
+           (design.title.empty() ? std::string() : ElementXml("ChartTitles", TitleXml(design.title))) +
            LeafOf("Palette", design.palette.empty() ? "BrightPastel" : design.palette);
 }
 

@@ -14,24 +14,32 @@ namespace designer {
 namespace {
 
 struct Kind {
-    std::string_view scale, pointer;  // paths from the panel and from the scale
+    GaugeKind kind;
+    std::string_view collection, gauge;
+    std::string_view scale, pointer;  // paths from the gauge and from the scale
     std::string_view ranges, range, colour;
 };
 
 constexpr Kind Kinds[] = {
-    {"RadialGauges/RadialGauge/GaugeScales/RadialScale", "GaugePointers/RadialPointer", "ScaleRanges",
-     "ScaleRange", "Style/BackgroundColor"},
-    {"LinearGauges/LinearGauge/GaugeScales/LinearScale", "GaugePointers/LinearPointer", "ScaleRanges",
-     "ScaleRange", "Style/BackgroundColor"},
-    {"StateIndicators/StateIndicator", "", "IndicatorStates", "IndicatorState", "Color"},
+    {GaugeKind::Dial, "RadialGauges", "RadialGauge", "GaugeScales/RadialScale", "GaugePointers/RadialPointer",
+     "ScaleRanges", "ScaleRange", "Style/BackgroundColor"},
+    {GaugeKind::Linear, "LinearGauges", "LinearGauge", "GaugeScales/LinearScale",
+     "GaugePointers/LinearPointer", "ScaleRanges", "ScaleRange", "Style/BackgroundColor"},
+    {GaugeKind::Indicator, "StateIndicators", "StateIndicator", "", "", "IndicatorStates", "IndicatorState",
+     "Color"},
 };
 
-const Kind* KindOf(const Document& document, ElementId panel) {
-    const auto kind = std::find_if(std::begin(Kinds), std::end(Kinds), [&](const Kind& one) {
-        const ElementId scale = document.Find(panel, one.scale);
-        return scale != NoElement && document.Find(scale, one.pointer) != NoElement;
-    });
-    return kind == std::end(Kinds) ? nullptr : kind;
+const Kind& KindOf(GaugeKind kind) {
+    return *std::find_if(std::begin(Kinds), std::end(Kinds),
+                         [kind](const Kind& one) { return one.kind == kind; });
+}
+
+// Null for an element that is no gauge.
+const Kind* KindOf(const Document& document, ElementId gauge) {
+    const std::string name = document.Name(gauge);
+    const auto* const found =
+        std::find_if(std::begin(Kinds), std::end(Kinds), [&](const Kind& one) { return one.gauge == name; });
+    return found == std::end(Kinds) ? nullptr : found;
 }
 
 // Raises EditError for a text that the property at the path cannot have.
@@ -96,69 +104,220 @@ std::string NameOfRange(const Document& document, const std::vector<ElementId>& 
 }
 
 // New ranges come last; the order of the others stays.
-void PutRanges(Document& document, ElementId scale, const Kind& kind, const GaugeDesign& design) {
+void PutRanges(Document& document, ElementId scale, const Kind& kind, const std::vector<GaugeRange>& ranges) {
     const std::vector<ElementId> old = ChildrenNamed(document, scale, kind.ranges, kind.range);
     for (std::size_t number = 0; number < old.size(); ++number) {
-        const auto kept =
-            std::find_if(design.ranges.begin(), design.ranges.end(),
-                         [number](const GaugeRange& range) { return range.old == static_cast<int>(number); });
-        if (kept == design.ranges.end()) {
+        const auto kept = std::find_if(ranges.begin(), ranges.end(), [number](const GaugeRange& range) {
+            return range.old == static_cast<int>(number);
+        });
+        if (kept == ranges.end()) {
             Remove(document, old[number]);
         } else {
             PutRange(document, old[number], kind, *kept);
         }
     }
-    for (const GaugeRange& range : design.ranges) {
+    for (const GaugeRange& range : ranges) {
         if (range.old < 0) {
             const auto there = ChildrenNamed(document, scale, kind.ranges, kind.range);
-            const ElementId made =
-                InsertXml(document, EnsureChild(document, scale, kind.ranges),
-                          NewRangeXml(kind, NameOfRange(document, there, kind), design.isIndicator));
+            const ElementId made = InsertXml(
+                document, EnsureChild(document, scale, kind.ranges),
+                NewRangeXml(kind, NameOfRange(document, there, kind), kind.kind == GaugeKind::Indicator));
             PutRange(document, made, kind, range);
         }
     }
 }
 
-}  // namespace
+std::string Input(std::string_view name, std::string_view value) {
+    return value.empty()
+               ? std::string()
+               : "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
+}
 
-std::optional<GaugeDesign> ReadGaugeDesign(const Document& document, ElementId panel) {
-    const Kind* kind = KindOf(document, panel);
-    if (!kind) {
-        return std::nullopt;
+std::string ScaleXml(const GaugeDesign& design, bool isDial) {
+    const std::string word = isDial ? "Radial" : "Linear";
+    const std::string pointer =
+        isDial ? "<PointerCap><Style><BackgroundColor>DimGray</BackgroundColor></Style></PointerCap><Style>"
+                 "<BackgroundColor>DarkRed</BackgroundColor></Style>"
+               : "<Style><BackgroundColor>DarkRed</BackgroundColor></Style>";
+    return "<GaugeScales><" + word + "Scale Name=\"" + word + "Scale1\"><GaugePointers><" + word +
+           "Pointer Name=\"" + word + "Pointer1\">" + pointer + Input("GaugeInputValue", design.value) +
+           "</" + word +
+           "Pointer></GaugePointers><Style><FontSize>8pt</FontSize><Format>N0</Format></Style>" +
+           Input("MaximumValue", design.most) + Input("MinimumValue", design.least) +
+           "<GaugeMajorTickMarks><Style /></GaugeMajorTickMarks><ScaleLabels><Style><FontSize>8pt</FontSize>"
+           "<Format>N0</Format></Style></ScaleLabels></" +
+           word + "Scale></GaugeScales>";
+}
+
+std::string State(std::string_view name, int from, int to, std::string_view colour, std::string_view icon) {
+    return "<IndicatorState Name=\"" + std::string(name) + "\">" + Input("StartValue", std::to_string(from)) +
+           Input("EndValue", std::to_string(to)) + LeafOf("Color", colour) + LeafOf("IndicatorStyle", icon) +
+           "</IndicatorState>";
+}
+
+std::string NewGaugeXml(const GaugeDesign& design) {
+    const Kind& kind = KindOf(design.kind);
+    const std::string element(kind.gauge);
+    const std::string content =
+        design.kind != GaugeKind::Indicator
+            ? ScaleXml(design, design.kind == GaugeKind::Dial)
+            : Input("GaugeInputValue", design.value) + "<TransformationType>Percentage</TransformationType>" +
+                  Input("MinimumValue", design.least) + Input("MaximumValue", design.most) +
+                  "<IndicatorStyle>ArrowUp</IndicatorStyle><IndicatorStates>" +
+                  State("RedState", 0, 33, "#e8582b", "ArrowDown") +
+                  State("YellowState", 33, 66, "#f2c100", "ArrowSide") +
+                  State("GreenState", 66, 100, "#4f9d4f", "ArrowUp") + "</IndicatorStates>";
+    return "<" + element + " Name=\"" + EscapedValue(design.name, '"') + "\">" + content + "</" + element +
+           ">";
+}
+
+// What one kind of gauges alone has.
+constexpr std::string_view OwnOfKinds[] = {
+    "PivotX",      "PivotY",      "StartAngle", "SweepAngle",  "Radius",   "PointerCap",        "NeedleStyle",
+    "Orientation", "StartMargin", "EndMargin",  "Thermometer", "Position", "DistanceFromScale", "BackFrame"};
+
+// Names of the gauges of a panel differ.
+std::string NameOfGauge(const Document& document, ElementId panel, GaugeKind kind) {
+    std::vector<std::string> taken;
+    for (const Kind& one : Kinds) {
+        for (const ElementId gauge : ChildrenNamed(document, panel, one.collection, one.gauge)) {
+            taken.push_back(document.Attribute(gauge, "Name").value_or(""));
+        }
     }
-    const ElementId scale = GaugeScaleOf(document, panel);
-    GaugeDesign design;
-    design.value = TrimmedTextAt(document, GaugePointerOf(document, panel), "GaugeInputValue/Value");
+    for (int number = 1;; ++number) {
+        std::string name = std::string(KindOf(kind).gauge) + std::to_string(number);
+        if (std::find(taken.begin(), taken.end(), name) == taken.end()) {
+            return name;
+        }
+    }
+}
+
+// Removes what only the old kind has: of the gauge itself, its scales and their pointers.
+void DropOwn(Document& document, const Kind& kind, ElementId gauge) {
+    std::vector<ElementId> owners{gauge};
+    const std::size_t slash = kind.scale.find('/');
+    for (const ElementId scale :
+         ChildrenNamed(document, gauge, kind.scale.substr(0, slash), kind.scale.substr(slash + 1))) {
+        owners.push_back(scale);
+        const std::size_t at = kind.pointer.find('/');
+        for (const ElementId pointer :
+             ChildrenNamed(document, scale, kind.pointer.substr(0, at), kind.pointer.substr(at + 1))) {
+            owners.push_back(pointer);
+            RemoveAt(document, pointer, "Type");  // a needle, a thermometer
+        }
+    }
+    for (const ElementId owner : owners) {
+        for (const std::string_view name : OwnOfKinds) {
+            RemoveAt(document, owner, name);
+        }
+    }
+}
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+// Returns the gauge as one of the other kind.
+ElementId Converted(Document& document, ElementId panel, ElementId gauge, GaugeKind kind) {
+    const Kind& old = *KindOf(document, gauge);
+    const Kind& made = KindOf(kind);
+    DropOwn(document, old, gauge);
+    std::string xml = XmlOf(document, gauge);
+    const std::string from(old.gauge.substr(0, old.gauge.find("Gauge"))),
+        to(made.gauge.substr(0, made.gauge.find("Gauge")));
+    for (const char* part : {"Gauge", "Scale", "Pointer"}) {
+        for (const char* bracket : {"<", "</"}) {
+            for (const char* end : {" ", ">", "/"}) {
+                xml = Replaced(std::move(xml), bracket + from + part + end, bracket + to + part + end);
+            }
+        }
+    }
+    Remove(document, gauge);
+    return InsertXml(document, EnsureChild(document, panel, made.collection), xml);
+}
+
+void PutGauge(Document& document, ElementId gauge, const GaugeDesign& now, const GaugeDesign& design) {
+    const Kind& kind = *KindOf(document, gauge);
+    const ElementId scale = GaugeScaleOf(document, gauge);
+    PutInput(document, GaugePointerOf(document, gauge), "GaugeInputValue", now.value, design.value);
+    PutInput(document, scale, "MinimumValue", now.least, design.least);
+    PutInput(document, scale, "MaximumValue", now.most, design.most);
+    PutRanges(document, scale, kind, design.ranges);
+}
+
+GaugeDesign ReadGauge(const Document& document, ElementId gauge, const Kind& kind) {
+    const ElementId scale = GaugeScaleOf(document, gauge);
+    GaugeDesign design{gauge, kind.kind, document.Attribute(gauge, "Name").value_or("")};
+    design.value = TrimmedTextAt(document, GaugePointerOf(document, gauge), "GaugeInputValue/Value");
     design.least = TrimmedTextAt(document, scale, "MinimumValue/Value");
     design.most = TrimmedTextAt(document, scale, "MaximumValue/Value");
-    design.isIndicator = kind->pointer.empty();
-    for (const ElementId range : ChildrenNamed(document, scale, kind->ranges, kind->range)) {
-        design.ranges.push_back(ReadRange(document, range, static_cast<int>(design.ranges.size()), *kind));
+    for (const ElementId range : ChildrenNamed(document, scale, kind.ranges, kind.range)) {
+        design.ranges.push_back(ReadRange(document, range, static_cast<int>(design.ranges.size()), kind));
     }
     return design;
 }
 
-ElementId GaugePointerOf(const Document& document, ElementId panel) {
-    const Kind* kind = KindOf(document, panel);
-    return kind ? document.Find(GaugeScaleOf(document, panel), kind->pointer) : NoElement;
-}
+}  // namespace
 
-ElementId GaugeScaleOf(const Document& document, ElementId panel) {
-    const Kind* kind = KindOf(document, panel);
-    return kind ? document.Find(panel, kind->scale) : NoElement;
-}
-
-void PutGaugeDesign(Document& document, ElementId panel, const GaugeDesign& design) {
-    const auto now = ReadGaugeDesign(document, panel);
-    if (!now) {
-        throw EditError("The gauge has no scale with a pointer");
+std::vector<GaugeDesign> ReadGauges(const Document& document, ElementId panel) {
+    std::vector<GaugeDesign> designs;
+    for (const Kind& kind : Kinds) {
+        for (const ElementId gauge : ChildrenNamed(document, panel, kind.collection, kind.gauge)) {
+            if (GaugePointerOf(document, gauge) != NoElement) {
+                designs.push_back(ReadGauge(document, gauge, kind));
+            }
+        }
     }
+    return designs;
+}
+
+ElementId GaugePointerOf(const Document& document, ElementId gauge) {
+    const ElementId scale = GaugeScaleOf(document, gauge);
+    return scale == NoElement ? NoElement : document.Find(scale, KindOf(document, gauge)->pointer);
+}
+
+ElementId GaugeScaleOf(const Document& document, ElementId gauge) {
+    const Kind* kind = KindOf(document, gauge);
+    return kind ? document.Find(gauge, kind->scale) : NoElement;
+}
+
+void PutGauges(Document& document, ElementId panel, const std::vector<GaugeDesign>& designs) {
     const StepGroup group(document, "Change gauge");
-    const ElementId scale = GaugeScaleOf(document, panel);
-    PutInput(document, GaugePointerOf(document, panel), "GaugeInputValue", now->value, design.value);
-    PutInput(document, scale, "MinimumValue", now->least, design.least);
-    PutInput(document, scale, "MaximumValue", now->most, design.most);
-    PutRanges(document, scale, *KindOf(document, panel), design);
+    for (const GaugeDesign& now : ReadGauges(document, panel)) {
+        const auto design = std::find_if(designs.begin(), designs.end(),
+                                         [&](const GaugeDesign& one) { return one.gauge == now.gauge; });
+        if (design == designs.end()) {
+            Remove(document, now.gauge);
+            continue;
+        }
+        const bool isOther = design->kind != now.kind;
+        if (isOther && (design->kind == GaugeKind::Indicator || now.kind == GaugeKind::Indicator)) {
+            throw EditError("A gauge does not become an indicator; add one and remove the gauge");
+        }
+        PutGauge(document, isOther ? Converted(document, panel, now.gauge, design->kind) : now.gauge, now,
+                 *design);
+    }
+    for (const GaugeDesign& design : designs) {
+        if (design.gauge == NoElement) {
+            GaugeDesign named = design;
+            named.name = NameOfGauge(document, panel, design.kind);
+            const Kind& kind = KindOf(design.kind);
+            const ElementId made =
+                InsertXml(document, EnsureChild(document, panel, kind.collection), NewGaugeXml(named));
+            std::vector<GaugeRange> ranges = design.ranges;
+            if (design.kind != GaugeKind::Indicator || !ranges.empty()) {
+                PutRanges(document, GaugeScaleOf(document, made), kind, ranges);
+            }
+        }
+    }
+}
+
+std::string NewGaugesXml(const GaugeDesign& design) {
+    const std::string collection(KindOf(design.kind).collection);
+    return "<" + collection + ">" + NewGaugeXml(design) + "</" + collection + ">";
 }
 
 }  // namespace designer

@@ -10,6 +10,7 @@
 #include "designer/document/properties/properties.h"
 #include "designer/document/xml_text.h"
 #include "designer/graphics/chart_parts.h"
+#include "designer/graphics/gauge_parts.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
@@ -77,40 +78,9 @@ Measure MeasureOf(const ReportSet& set) {
     return {"=Avg" + value, "=Max" + value};
 }
 
-std::string Input(std::string_view name, std::string_view value) {
-    return "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
-}
-
-std::string GaugeXml(const ReportSet& set) {
+std::string GaugeXml(const ReportSet& set, GaugeKind kind, const char* name) {
     const Measure measure = MeasureOf(set);
-    return "<RadialGauges><RadialGauge Name=\"RadialGauge1\"><GaugeScales><RadialScale "
-           "Name=\"RadialScale1\"><GaugePointers><RadialPointer Name=\"RadialPointer1\"><PointerCap>"
-           "<Style><BackgroundColor>DimGray</BackgroundColor></Style></PointerCap><Style><BackgroundColor>"
-           "DarkRed</BackgroundColor></Style>" +
-           Input("GaugeInputValue", measure.value) +
-           "</RadialPointer></GaugePointers><Style><FontSize>8pt</FontSize><Format>N0</Format></Style>" +
-           Input("MaximumValue", measure.most) + Input("MinimumValue", "0") +
-           "<GaugeMajorTickMarks><Style /></GaugeMajorTickMarks><ScaleLabels><Style><FontSize>8pt</FontSize>"
-           "<Format>N0</Format></Style></ScaleLabels></RadialScale></GaugeScales></RadialGauge>"
-           "</RadialGauges>";
-}
-
-std::string State(std::string_view name, int from, int to, std::string_view colour, std::string_view icon) {
-    return "<IndicatorState Name=\"" + std::string(name) + "\">" + Input("StartValue", std::to_string(from)) +
-           Input("EndValue", std::to_string(to)) + LeafOf("Color", colour) + LeafOf("IndicatorStyle", icon) +
-           "</IndicatorState>";
-}
-
-std::string IndicatorXml(const ReportSet& set) {
-    const Measure measure = MeasureOf(set);
-    return "<StateIndicators><StateIndicator Name=\"StateIndicator1\">" +
-           Input("GaugeInputValue", measure.value) + "<TransformationType>Percentage</TransformationType>" +
-           Input("MinimumValue", "0") + Input("MaximumValue", measure.most) +
-           "<IndicatorStyle>ArrowUp</IndicatorStyle><IndicatorStates>" +
-           State("RedState", 0, 33, "#e8582b", "ArrowDown") +
-           State("YellowState", 33, 66, "#f2c100", "ArrowSide") +
-           State("GreenState", 66, 100, "#4f9d4f", "ArrowUp") +
-           "</IndicatorStates></StateIndicator></StateIndicators>";
+    return NewGaugesXml({NoElement, kind, name, measure.value, "0", measure.most});
 }
 
 std::string CodeProperty(std::string_view name, std::string_view value) {
@@ -134,9 +104,40 @@ void CheckPlace(const Document& document, const ReportBand& band, NewGraphic kin
         throw EditError("A page header or footer cannot hold " +
                         std::string(kind == NewGraphic::Indicator ? "an " : "a ") + word);
     }
-    if (IsOlderSchema(document) && (isGauge || kind == NewGraphic::Chart)) {
+    if (IsOlderSchema(document) && isGauge) {
         throw EditError("A new " + word + " needs a report of the schema 2008 or later");
     }
+}
+
+// A chart of the first number by the first other field of the data set.
+ChartDesign NewChartDesign(const Document& document, const ChartType& type, const std::string& dataSet) {
+    const auto set = FindSet(document, dataSet);
+    ChartDesign design;
+    design.type = type.type;
+    design.subtype = type.subtype;
+    const ReportField* number = set ? FirstField(*set, true) : nullptr;
+    const ReportField* category = set ? FirstField(*set, false) : nullptr;
+    category = category || !set || set->fields.empty() ? category : &set->fields.front();
+    ChartValue value;
+    value.label = number ? CaptionOf(number->name) : "Rows";
+    for (const std::string& name : ValueNamesOf(&type)) {
+        const std::string_view aggregate = name == "High"                       ? "Max"
+                                           : name == "Low"                      ? "Min"
+                                           : name == "Start"                    ? "First"
+                                           : name == "End"                      ? "Last"
+                                           : name == "Median" || name == "Mean" ? "Avg"
+                                                                                : "Sum";
+        value.values[name] =
+            !number ? "=CountRows()" : "=" + std::string(aggregate) + "(Fields!" + number->name + ".Value)";
+    }
+    design.values.push_back(value);
+    if (category) {
+        design.categories.push_back({NoElement, FieldValue(category->name)});
+        design.title = value.label + " by " + CaptionOf(category->name);
+    }
+    design.legend = type.hasAxes ? "" : "RightCenter";
+    design.showsLabels = !type.hasAxes;
+    return design;
 }
 
 std::string_view ElementOf(NewGraphic kind) {
@@ -146,21 +147,35 @@ std::string_view ElementOf(NewGraphic kind) {
                                            : "GaugePanel";
 }
 
+// Axes are shown only if they say so. The values are written by the design.
+std::string OlderChartContent(const ChartType& type) {
+    if (type.olderType.empty()) {
+        throw EditError("A chart of 2003 or 2005 cannot have this type");
+    }
+    const std::string grid =
+        "<MajorGridLines><ShowGridLines>true</ShowGridLines><Style><BorderColor><Default>#dddddd</Default>"
+        "</BorderColor></Style></MajorGridLines>";
+    return LeafOf("Type", type.olderType) + LeafOf("Subtype", type.olderSubtype) +
+           "<CategoryAxis><Axis><Visible>true</Visible></Axis></CategoryAxis><ValueAxis><Axis>" + grid +
+           "<Visible>true</Visible></Axis></ValueAxis>";
+}
+
 std::string ContentOf(const Document& document, NewGraphic kind, const GraphicChoice& choice) {
     const auto shows = [](const ReportSet& set) { return LeafOf("DataSetName", set.name); };
     switch (kind) {
         case NewGraphic::Chart: {
             const ReportSet set = SetFor(document, kind, choice.dataSet);
             const ChartType& type = choice.chart ? *choice.chart : ChartTypes().front();
-            return ChartContent(document, type, set.name) + shows(set);
+            return IsOlderSchema(document) ? OlderChartContent(type) + shows(set)
+                                           : ChartContent(document, type, set.name) + shows(set);
         }
         case NewGraphic::Gauge: {
             const ReportSet set = SetFor(document, kind, choice.dataSet);
-            return GaugeXml(set) + shows(set);
+            return GaugeXml(set, GaugeKind::Dial, "RadialGauge1") + shows(set);
         }
         case NewGraphic::Indicator: {
             const ReportSet set = SetFor(document, kind, choice.dataSet);
-            return IndicatorXml(set) + shows(set);
+            return GaugeXml(set, GaugeKind::Indicator, "StateIndicator1") + shows(set);
         }
         case NewGraphic::BarCode:
             return BarCodeXml(document, choice.dataSet);
@@ -196,37 +211,18 @@ ElementId InsertGraphic(Document& document, const ReportBand& band, const Rect& 
     const std::string xml = "<" + element + " Name=\"" + UniqueName(document, NameOf(kind)) + "\">" +
                             content.substr(0, split) + places + content.substr(split) + "<Style /></" +
                             element + ">";
-    return InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+    const ElementId made = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+    if (kind == NewGraphic::Chart && IsOlderSchema(document)) {
+        ChartDesign design = NewChartDesign(document, choice.chart ? *choice.chart : ChartTypes().front(),
+                                            TrimmedTextAt(document, made, "DataSetName"));
+        design.dataSet = TrimmedTextAt(document, made, "DataSetName");
+        PutChartDesign(document, made, design);
+    }
+    return made;
 }
 
 std::string ChartContent(const Document& document, const ChartType& type, const std::string& dataSet) {
-    const auto set = FindSet(document, dataSet);
-    ChartDesign design;
-    design.type = type.type;
-    design.subtype = type.subtype;
-    const ReportField* number = set ? FirstField(*set, true) : nullptr;
-    const ReportField* category = set ? FirstField(*set, false) : nullptr;
-    category = category || !set || set->fields.empty() ? category : &set->fields.front();
-    ChartValue value;
-    value.label = number ? CaptionOf(number->name) : "Rows";
-    for (const std::string& name : ValueNamesOf(&type)) {
-        const std::string_view aggregate = name == "High"                       ? "Max"
-                                           : name == "Low"                      ? "Min"
-                                           : name == "Start"                    ? "First"
-                                           : name == "End"                      ? "Last"
-                                           : name == "Median" || name == "Mean" ? "Avg"
-                                                                                : "Sum";
-        value.values[name] =
-            !number ? "=CountRows()" : "=" + std::string(aggregate) + "(Fields!" + number->name + ".Value)";
-    }
-    design.values.push_back(value);
-    if (category) {
-        design.categories.push_back({NoElement, FieldValue(category->name)});
-        design.title = value.label + " by " + CaptionOf(category->name);
-    }
-    design.legend = type.hasAxes ? "" : "RightCenter";
-    design.showsLabels = !type.hasAxes;
-    return NewChartContent(document, design);
+    return NewChartContent(document, NewChartDesign(document, type, dataSet));
 }
 
 }  // namespace designer

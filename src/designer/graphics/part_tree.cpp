@@ -5,7 +5,9 @@
 #include <iterator>
 #include <set>
 
+#include "designer/document/placeholder_text.h"
 #include "designer/document/properties/properties.h"
+#include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 
@@ -55,6 +57,8 @@ constexpr Title Titles[] = {{"ChartSeries", "Series"},
                             {"FrameBackground", "Background of the frame"},
                             {"PointerCap", "Cap"},
                             {"CustomLabel", "Label"},
+                            {"Paragraph", "Paragraph"},
+                            {"TextRun", "Text"},
                             {"CustomProperty", "Attribute"}};
 
 // Shown with what they belong to.
@@ -113,8 +117,12 @@ std::string MarkOf(const Document& document, ElementId id) {
 }
 
 std::string TextOf(const Document& document, ElementId id) {
-    const std::string title = TitleOf(document, id, document.Name(id));
-    const std::string mark = WithoutControls(CutText(MarkOf(document, id), MostText));
+    const std::string element = document.Name(id);
+    const std::string title = TitleOf(document, id, element);
+    const std::string text = element == "TextRun"
+                                 ? PlaceholderOf(Trim(document.TextAt(id, "Value").value_or("")))
+                                 : MarkOf(document, id);
+    const std::string mark = WithoutControls(CutText(text, MostText));
     return mark.empty() ? title : title + " " + mark;
 }
 
@@ -134,12 +142,36 @@ void AddParts(const Document& document, ElementId element, ElementId container,
     }
 }
 
+bool IsPartOfText(std::string_view element) {
+    return element == "Paragraph" || element == "TextRun";
+}
+
+// The only run of a text box has the properties of the box.
+void AddTexts(const Document& document, ElementId box, std::vector<GraphicPart>& parts) {
+    const auto paragraphs = ChildrenNamed(document, box, "Paragraphs", "Paragraph");
+    const bool hasSeveral = paragraphs.size() > 1;
+    for (const ElementId paragraph : paragraphs) {
+        const auto runs = ChildrenNamed(document, paragraph, "TextRuns", "TextRun");
+        if (hasSeveral && parts.size() < MostParts) {
+            parts.push_back({paragraph, box, TextOf(document, paragraph)});
+        }
+        for (const ElementId run : runs) {
+            if ((hasSeveral || runs.size() > 1) && parts.size() < MostParts) {
+                parts.push_back({run, hasSeveral ? paragraph : box, TextOf(document, run)});
+            }
+        }
+    }
+}
+
 }  // namespace
 
 std::vector<GraphicPart> PartsOf(const Document& document, ElementId item) {
     std::vector<GraphicPart> parts;
-    if (IsGraphic(document.Name(item))) {
+    const std::string element = document.Name(item);
+    if (IsGraphic(element)) {
         AddParts(document, item, item, parts);
+    } else if (element == "Textbox") {
+        AddTexts(document, item, parts);
     }
     return parts;
 }
@@ -148,8 +180,10 @@ ElementId OwnerOfPart(const Document& document, ElementId id) {
     if (!document.Has(id) || !HasProperties(document.Name(id))) {
         return NoElement;
     }
+    const bool isText = IsPartOfText(document.Name(id));
     for (ElementId around = document.Parent(id); around != NoElement; around = document.Parent(around)) {
-        if (IsGraphic(document.Name(around))) {
+        const std::string name = document.Name(around);
+        if (isText ? name == "Textbox" : IsGraphic(name)) {
             return around;
         }
     }

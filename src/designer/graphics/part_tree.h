@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The parts of charts and gauges that have properties of their own: series, axes, legends, scales, pointers
-// and so on (MS-RDL, Chart and GaugePanel).
+// The parts of items that have properties of their own: of charts and gauges series, axes, legends, scales,
+// pointers and so on, of text boxes paragraphs and runs (MS-RDL, Chart, GaugePanel and Paragraph).
 #pragma once
 
 #include <string>
@@ -16,10 +16,11 @@ struct GraphicPart {
     std::string text;                 // for users: "Series Amount"
 };
 
-// Returns the parts of a Chart or GaugePanel in document order, at most a thousand; none for any other item.
+// Returns the parts of a Chart or GaugePanel, or of a text box with several runs, in document order, at most
+// a thousand; none for any other item.
 std::vector<GraphicPart> PartsOf(const Document& document, ElementId item);
 
-// Returns the Chart or GaugePanel that the element is a part of; NoElement if it is none.
+// Returns the Chart, GaugePanel or text box that the element is a part of; NoElement if it is none.
 ElementId OwnerOfPart(const Document& document, ElementId id);
 
 struct ChartGroupPart {

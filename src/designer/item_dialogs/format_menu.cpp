@@ -33,7 +33,7 @@ std::vector<bool> OuterSides(const Rect& place, const Rect& area) {
 
 FormatMenu::FormatMenu(DesignModel& model, QWidget* parent) : QMenu(tr("F&ormat"), parent), m_model(model) {
     setObjectName("menuFormat");
-    Add(*this, "formatStyle", tr("&Style..."), QKeySequence(Qt::CTRL | Qt::Key_1), Needs::Item,
+    Add(*this, "formatStyle", tr("&Style..."), QKeySequence(Qt::CTRL | Qt::Key_1), Needs::Element,
         [this] { StyleDialog(m_model, Ids(), parentWidget()).exec(); });
     addSeparator();
     AddFontCommands();
@@ -54,6 +54,7 @@ QAction* FormatMenu::Add(QMenu& menu, const char* name, const QString& text, con
     connect(action, &QAction::triggered, this, [this, work] {
         emit Working();
         work();
+        emit Done();
     });
     m_entries.push_back({action, needs});
     return action;
@@ -208,8 +209,11 @@ void FormatMenu::SetBordersAround(Document& document) const {
 // Returns why the selection does not allow it; empty if it does.
 QString FormatMenu::ReasonAgainst(Needs needs, const SelectionValues& values) const {
     switch (needs) {
-        case Needs::Item:
+        case Needs::Element:
             return !values.Ids().empty() ? QString() : tr("Select an item");
+        case Needs::Item:
+            return !values.Ids().empty() && m_model.Item(values.Ids().front()) ? QString()
+                                                                               : tr("Select an item");
         case Needs::Text:
             return values.Find("Font weight") ? QString() : tr("Select a text box");
         case Needs::Fill:
@@ -228,7 +232,11 @@ void FormatMenu::ShowCommands(const QString& off) {
     const bool designs = off.isEmpty();
     const SelectionValues values(m_model, designs ? Ids() : std::vector<ElementId>{});
     for (const Entry& entry : m_entries) {
-        ShowReason(*entry.action, designs ? ReasonAgainst(entry.needs, values) : off);
+        const bool hasProperty = entry.property.empty() || values.Find(entry.property);
+        const QString reason = !designs      ? off
+                               : hasProperty ? ReasonAgainst(entry.needs, values)
+                                             : tr("The selection has no such property");
+        ShowReason(*entry.action, reason);
         if (!entry.property.empty()) {
             const PropertyValue value = values.ValueOf(entry.property);
             entry.action->setChecked(!value.isMixed && SameAscii(value.text, entry.value));

@@ -9,6 +9,7 @@
 
 #include "designer/item_dialogs/selection_values.h"
 #include "designer/model/design_model.h"
+#include "designer/model/text_parts.h"
 
 namespace designer {
 
@@ -26,9 +27,10 @@ class FormatMenu : public QMenu {
 
  signals:
     void Working();  // before a command: what is being typed is taken
+    void Done();     // after it
 
  private:
-    enum class Needs { Item, Text, Fill, Border, Group, Region };
+    enum class Needs { Element, Item, Text, Fill, Border, Group, Region };
     struct Entry {
         QAction* action;
         Needs needs;
@@ -50,7 +52,7 @@ class FormatMenu : public QMenu {
     enum class Borders { None, All, Around };
     void SetBorders(Borders borders);
     void SetBordersAround(Document& document) const;
-    std::vector<ElementId> Ids() const { return m_model.SelectedItems(); }
+    std::vector<ElementId> Ids() const { return StyledElements(m_model); }
 
     DesignModel& m_model;
     std::vector<Entry> m_entries;

@@ -7,6 +7,35 @@
 #include "designer/model/report_body.h"
 
 namespace designer {
+namespace {
+
+// Of the steps that begin with what SelectMade makes.
+std::string MadeKey(int number) {
+    return "made " + std::to_string(number);
+}
+
+// The text box that all of them are runs or paragraphs of; null if they are not of one.
+const ReportItem* TextBoxAround(const DesignModel& model, const std::vector<ElementId>& ids) {
+    const Document& document = model.Source();
+    const ReportItem* box = nullptr;
+    for (const ElementId id : ids) {
+        const std::string name = document.Name(id);
+        if (name != "TextRun" && name != "Paragraph") {
+            return nullptr;
+        }
+        ElementId around = document.Parent(id);
+        while (around != NoElement && !model.Item(around)) {
+            around = document.Parent(around);
+        }
+        if (box && box->id != around) {
+            return nullptr;
+        }
+        box = model.Item(around);
+    }
+    return box;
+}
+
+}  // namespace
 
 DesignModel::DesignModel(Document document, QObject* parent)
     : QObject(parent), m_document(std::move(document)) {
@@ -54,9 +83,36 @@ bool DesignModel::IsSelected(ElementId id) const {
 void DesignModel::Select(std::vector<ElementId> ids) {
     std::erase(ids, NoElement);  // a body that is not there yet
     if (ids != m_selection) {
+        TakeBackMade(ids);
         m_selection = std::move(ids);
+        TakeChange();
         emit SelectionChanged();
     }
+}
+
+void DesignModel::SelectMade(const QString& step,
+                             const std::function<std::vector<ElementId>(Document&)>& make) {
+    std::vector<ElementId> ids;
+    const std::uint64_t before = m_document.Revision();
+    ++m_makings;
+    if (!Edit(
+            step, [&](Document& document) { ids = make(document); }, MadeKey(m_makings)) ||
+        ids.empty()) {
+        return;
+    }
+    Select(std::move(ids));
+    m_made = m_document.Revision() == before ? 0 : m_document.Revision();
+}
+
+// What is selected now may be made itself: then it stays, as a step of its own.
+void DesignModel::TakeBackMade(const std::vector<ElementId>& selected) {
+    if (IsMadeLast() && m_document.Undo()) {
+        const bool areThere = std::all_of(selected.begin(), selected.end(), [this](ElementId id) {
+            return id == NoElement || m_document.Has(id);
+        });
+        areThere ? m_document.ForgetUndone() : static_cast<void>(m_document.Redo());
+    }
+    m_made = 0;
 }
 
 void DesignModel::Toggle(ElementId id) {
@@ -83,14 +139,16 @@ std::vector<ElementId> DesignModel::SelectedItems() const {
 bool DesignModel::Edit(const QString& step, const std::function<void(Document&)>& work,
                        const std::string& mergeKey) {
     QString refusal;
+    const bool joins = IsMadeLast();
     try {
-        const StepGroup group(m_document, step.toStdString(), mergeKey);
+        const StepGroup group(m_document, step.toStdString(), joins ? MadeKey(m_makings) : mergeKey);
         work(m_document);
     } catch (const EditError& error) {
         refusal = QString::fromUtf8(error.what());
     } catch (const SourceFlaw& flaw) {
         refusal = QString::fromUtf8(flaw.what());
     }
+    m_made = joins && !refusal.isEmpty() ? m_document.Revision() : m_made;
     TakeChange();
     if (!refusal.isEmpty()) {
         emit Refused(refusal);
@@ -129,6 +187,9 @@ void DesignModel::TakeChange() {
 }
 
 QString StepName(const DesignModel& model, const QString& verb, const std::vector<ElementId>& ids) {
+    if (const ReportItem* box = TextBoxAround(model, ids)) {
+        return QString("%1 part of %2").arg(verb, QString::fromStdString(box->name));
+    }
     if (ids.size() != 1) {
         return QString("%1 %2 items").arg(verb).arg(ids.size());
     }

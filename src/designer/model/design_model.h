@@ -47,6 +47,9 @@ class DesignModel : public QObject {
     bool IsSelected(ElementId id) const;
     ElementId Leader() const { return m_selection.empty() ? NoElement : m_selection.back(); }
     void Select(std::vector<ElementId> ids);
+    // Selects what `make` returns, which it may have to make. The next Edit then belongs to that step and
+    // gives it its name; if something else is selected before, what was made is taken back.
+    void SelectMade(const QString& step, const std::function<std::vector<ElementId>(Document&)>& make);
     void Toggle(ElementId id);
     // The selected report items in document order.
     std::vector<ElementId> SelectedItems() const;
@@ -70,6 +73,8 @@ class DesignModel : public QObject {
  private:
     void ReadItems();
     void TakeChange();
+    bool IsMadeLast() const { return m_made != 0 && m_made == m_document.Revision(); }
+    void TakeBackMade(const std::vector<ElementId>& selected);
 
     Document m_document;
     std::filesystem::path m_file;
@@ -78,6 +83,8 @@ class DesignModel : public QObject {
     std::unordered_map<ElementId, std::size_t> m_places;  // in m_items.items
     std::uint64_t m_read = 0;                             // revision of m_items
     std::vector<ElementId> m_selection;
+    std::uint64_t m_made = 0;  // the revision that SelectMade has left
+    int m_makings = 0;
 };
 
 // Returns "Move Textbox1" for one item and "Move 3 items" for several.

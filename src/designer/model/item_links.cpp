@@ -82,12 +82,6 @@ void PutAction(Document& document, ElementId item, const ItemLinks& links, const
 
 }  // namespace
 
-bool CanHaveLink(const Document& document, const std::string& kind) {
-    const auto properties = PropertiesOf(kind, IsOlderSchema(document));
-    return std::any_of(properties.begin(), properties.end(),
-                       [](const Property* property) { return property->name == "Link address"; });
-}
-
 ItemLinks LinksOf(const Document& document, ElementId item) {
     ItemLinks links;
     const std::string action = ActionOf(document, item);

@@ -27,9 +27,6 @@ struct ItemLinks {
     bool operator==(const ItemLinks&) const = default;
 };
 
-// Whether items of this kind, such as "Textbox", can lead somewhere.
-bool CanHaveLink(const Document& document, const std::string& kind);
-
 ItemLinks LinksOf(const Document& document, ElementId item);
 // Writes what differs from LinksOf. Edits of the step that is open.
 void PutLinks(Document& document, ElementId item, const ItemLinks& links);

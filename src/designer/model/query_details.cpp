@@ -16,7 +16,6 @@ namespace designer {
 namespace {
 
 constexpr std::string_view KindsOfQuery[] = {"Text", "StoredProcedure", "TableDirect"};
-constexpr const char* Parameters = "Query/QueryParameters";
 constexpr int MostSeconds = 1'000'000;
 
 ElementId SetNamed(const Document& document, std::string_view name) {
@@ -26,6 +25,11 @@ ElementId SetNamed(const Document& document, std::string_view name) {
         }
     }
     return NoElement;
+}
+
+std::string ParametersOf(const Document& document, ElementId set) {
+    const bool isShared = document.Find(set, "SharedDataSet") != NoElement;
+    return std::string(isShared ? "SharedDataSet" : "Query") + "/QueryParameters";
 }
 
 // Returns the parameter that this is exactly the value of.
@@ -79,7 +83,7 @@ QueryDetails QueryDetailsOf(const Document& document, std::string_view set) {
     const std::string_view digits = Trim(seconds);
     std::from_chars(digits.data(), digits.data() + digits.size(), details.seconds);
     details.seconds = std::clamp(details.seconds, 0, MostSeconds);
-    for (const ElementId one : ChildrenNamed(document, id, Parameters, "QueryParameter")) {
+    for (const ElementId one : ChildrenNamed(document, id, ParametersOf(document, id), "QueryParameter")) {
         details.parameters.push_back({static_cast<int>(details.parameters.size()),
                                       document.Attribute(one, "Name").value_or(""),
                                       document.TextAt(one, "Value").value_or("")});
@@ -106,7 +110,7 @@ void PutQueryDetails(Document& document, std::string_view set, const QueryDetail
         places.push_back(parameter.place);
     }
     const std::vector<ElementId> ids =
-        PutRows(document, id, Parameters, "QueryParameter", places, [&](std::size_t row) {
+        PutRows(document, id, ParametersOf(document, id), "QueryParameter", places, [&](std::size_t row) {
             return "<QueryParameter Name=\"" + EscapedValue(details.parameters[row].name, '"') + "\"/>";
         });
     for (std::size_t row = 0; row < ids.size(); ++row) {

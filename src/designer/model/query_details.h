@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a data set has besides its query and fields: how the query is meant, its parameters, its time limit
-// and its filters (MS-RDL, Query and DataSet).
+// What a data set has besides its query and fields: how the query is meant, its parameters or those of the
+// shared data set, its time limit and its filters (MS-RDL, Query, SharedDataSet and DataSet).
 #pragma once
 
 #include <span>

@@ -208,14 +208,27 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
         SetText(document, id, "DataSourceReference", source.reference);
         return;
     }
-    SetIfOther(document, id, "ConnectionProperties/DataProvider", source.provider, old.empty());
+    // The same provider in other capitals stays as it is written.
+    const std::string provider = document.TextAt(id, "ConnectionProperties/DataProvider").value_or("");
+    if (!SameAscii(Trim(provider), source.provider)) {
+        SetText(document, id, "ConnectionProperties/DataProvider", source.provider);
+    }
     SetIfOther(document, id, "ConnectionProperties/ConnectString", source.connectString, old.empty());
 }
 
 void PutSet(Document& document, const std::string& old, const ReportSet& set) {
     const ElementId id = PutPart(document, DataPart::Set, old, set.name);
-    SetIfOther(document, id, "Query/DataSourceName", set.source, old.empty());
-    SetIfOther(document, id, "Query/CommandText", set.query, old.empty());
+    const bool wasShared = document.Find(id, "SharedDataSet") != NoElement;
+    const bool isOther = old.empty() || set.isShared != wasShared;
+    if (set.isShared != wasShared) {
+        RemoveAt(document, id, set.isShared ? "Query" : "SharedDataSet");
+    }
+    if (set.isShared) {
+        SetIfOther(document, id, SharedReference, set.reference, isOther);
+    } else {
+        SetIfOther(document, id, "Query/DataSourceName", set.source, isOther);
+        SetIfOther(document, id, "Query/CommandText", set.query, isOther);
+    }
     PutFields(document, id, set.fields);
 }
 

@@ -21,8 +21,22 @@ void Include(std::optional<TrackRange>& range, std::size_t first, std::size_t co
     range = TrackRange{begin, end - begin};
 }
 
-// A header of a Matrix, and one of a total in it, belongs to a group.
+// A header of a Matrix, and one of a total in it, belongs to a group; a heading of a column or row to that.
 void IncludeMatrixHeader(const Document& document, TableSelection& table, const GridCell& cell, Axis axis) {
+    const bool isColumns = axis == Axis::Columns;
+    if (document.Name(cell.element) == (isColumns ? "StaticColumn" : "StaticRow")) {
+        const TablixGrid grid = GridOf(document, table.region);
+        const std::vector<GridTrack>& tracks = isColumns ? grid.columns : grid.rows;
+        const double begin = isColumns ? cell.place.left : cell.place.top;
+        const auto found = std::find_if(tracks.begin(), tracks.end(),
+                                        [begin](const GridTrack& track) { return track.begin == begin; });
+        if (found != tracks.end()) {
+            Include(isColumns ? table.columns : table.rows, static_cast<std::size_t>(found - tracks.begin()),
+                    1);
+            table.groupAxis = axis;
+        }
+        return;
+    }
     const bool isTotal = document.Name(cell.element) == "Subtotal";
     const ElementId member = isTotal ? document.Parent(cell.element) : cell.element;
     for (const RegionGroup& group : GroupsOf(document, table.region, axis)) {

@@ -99,8 +99,9 @@ void OutlinePane::TakeChange() {
     for (const auto& [id, row] : made) {
         const auto was = wasOpen.find(id);
         const ReportItem* item = m_model.Item(id);
-        // A chart has many parts, which few look for.
-        const bool isClosed = item && (item->kind == "Chart" || item->kind == "GaugePanel");
+        // A chart has many parts, which few look for; so has a text.
+        const bool isClosed =
+            item && (item->kind == "Chart" || item->kind == "GaugePanel" || item->kind == "Textbox");
         row->setExpanded(was == wasOpen.end() ? !isClosed : was->second);
     }
     m_following = false;

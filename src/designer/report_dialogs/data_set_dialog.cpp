@@ -17,8 +17,10 @@
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/part_form.h"
 #include "designer/dialogs/query_form.h"
+#include "designer/document/properties/properties.h"
 #include "designer/expressions/filter_list.h"
 #include "designer/report_dialogs/query_parameters.h"
+#include "designer/report_dialogs/shared_set_form.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
@@ -27,16 +29,18 @@
 namespace designer {
 namespace {
 
-constexpr int MostSeconds = 1'000'000;  // of a time limit
-
-std::vector<std::string> OwnSets(const Document& document) {
+std::vector<std::string> NamesOfSets(const Document& document) {
     std::vector<std::string> names;
     for (const ReportSet& set : SetsOf(document)) {
-        if (!set.isShared) {
-            names.push_back(set.name);
-        }
+        names.push_back(set.name);
     }
     return names;
+}
+
+// Shared data sets came with the schema of 2010.
+bool CanShareSets(const Document& document) {
+    const std::string& space = document.Tree().SpaceOf(0);
+    return !IsOlderSchema(document) && space.find("/2008/") == std::string::npos;
 }
 
 // Fields that the report may compute with: all of the set.
@@ -53,7 +57,7 @@ DataSetDialog::DataSetDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
       m_sources(SourcesOf(model.Source())),
-      m_part(new PartForm(model.Source(), DataPart::Set, OwnSets(model.Source()), this)),
+      m_part(new PartForm(model.Source(), DataPart::Set, NamesOfSets(model.Source()), this)),
       m_tabs(new QTabWidget(this)) {
     setObjectName("dataSetDialog");
     setWindowTitle(tr("Data Set"));
@@ -75,49 +79,6 @@ DataSetDialog::DataSetDialog(DesignModel& model, QWidget* parent)
     ShowSet();
     const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 40);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
-}
-
-QWidget* DataSetDialog::BuildQueryPage() {
-    auto* page = new QWidget(m_tabs);
-    m_source = new QComboBox(page);
-    m_source->setObjectName("source");
-    for (const ReportSource& source : m_sources) {
-        m_source->addItem(QString::fromStdString(source.name));
-    }
-    m_sourceNote = new Note(*m_source, page);
-    m_type = new QComboBox(page);
-    m_type->setObjectName("queryType");
-    m_type->addItem(tr("Text"), "Text");
-    m_type->addItem(tr("Stored procedure"), "StoredProcedure");
-    m_type->addItem(tr("Table"), "TableDirect");
-    m_seconds = new QSpinBox(page);
-    m_seconds->setObjectName("seconds");
-    m_seconds->setRange(0, MostSeconds);
-    m_seconds->setSpecialValueText(tr("the usual one"));
-    m_seconds->setSuffix(tr(" s"));
-    m_seconds->setToolTip(tr("How long the query may take in a run"));
-    m_query = new QueryForm(page);
-    m_takesFields = new QCheckBox(tr("&Fields are the columns of the query, and what is computed"), page);
-    m_takesFields->setObjectName("takesFields");
-    m_takesFields->setToolTip(tr("Without it OK does not run the query, and the fields stay as they are"));
-    m_takesFields->setChecked(true);
-    page->setFocusProxy(m_source);
-    auto* limit = new QLabel(tr("Time l&imit:"), page);
-    limit->setBuddy(m_seconds);
-    auto* line = new QHBoxLayout;
-    line->addWidget(m_type, 1);
-    line->addWidget(limit);
-    line->addWidget(m_seconds, 1);
-    auto* form = new QFormLayout;
-    form->addRow(tr("Data s&ource:"), m_source);
-    form->addRow(QString(), m_sourceNote);
-    form->addRow(tr("The query is &a:"), line);
-    static_cast<QLabel*>(form->labelForField(line))->setBuddy(m_type);
-    auto* layout = new QVBoxLayout(page);
-    layout->addLayout(form);
-    layout->addWidget(m_query, 1);
-    layout->addWidget(m_takesFields);
-    return page;
 }
 
 QWidget* DataSetDialog::PageOf(RowTable& table, Note& note, const QString& help) {
@@ -184,6 +145,15 @@ void DataSetDialog::Connect() {
             ShowSource();
         }
     });
+    connect(m_isShared, &QCheckBox::toggled, this, [this] {
+        if (!m_isShowing) {
+            Lock();
+            ShowKind();
+            ShowSource();
+        }
+    });
+    connect(m_shared, &SharedSetForm::Edited, this, &DataSetDialog::Lock);
+    connect(m_shared, &SharedSetForm::Chosen, this, &DataSetDialog::ShowSource);
     connect(m_query, &QueryForm::Edited, this, &DataSetDialog::Lock);
     connect(m_seconds, &QSpinBox::valueChanged, this, &DataSetDialog::Lock);
     connect(m_type, &QComboBox::currentIndexChanged, this, [this] {
@@ -222,6 +192,10 @@ void DataSetDialog::ShowSet() {
         }
     }
     m_oldDetails = QueryDetailsOf(m_model.Source(), m_old.name);
+    m_isShared->setChecked(m_old.isShared);
+    m_isShared->setEnabled(m_old.isShared || CanShareSets(m_model.Source()));
+    m_shared->SetReference(m_old.reference);
+    m_ownQuery = m_old.query;
     m_source->setCurrentIndex(m_old.name.empty() ? std::min(0, m_source->count() - 1)
                                                  : m_source->findText(QString::fromStdString(m_old.source)));
     m_type->setCurrentIndex(m_type->findData(QString::fromStdString(m_oldDetails.type)));
@@ -240,46 +214,9 @@ void DataSetDialog::ShowSet() {
                                details.filters = filters;
                                PutTrial(copy, details, Computed());
                            });
+    ShowKind();
     ShowSource();
     m_isShowing = false;
-}
-
-// A source in another file is read from there.
-void DataSetDialog::ShowSource() {
-    m_sourceNote->Clear();
-    const int index = m_source->currentIndex();
-    const ReportSource* source = index < 0 ? nullptr : &m_sources[static_cast<std::size_t>(index)];
-    bool canRun = source != nullptr;
-    rdl::QueryRequest request;
-    request.folder = m_model.File().parent_path();
-    try {
-        if (source && source->isShared) {
-            const rdl::SharedSourceText shared = SharedSourceOf(source->reference, request.folder);
-            request.provider = shared.provider;
-            request.connectString = shared.connectString;
-        } else if (source) {
-            request.provider = source->provider;
-            request.connectString = source->connectString;
-        }
-    } catch (const RuntimeError& error) {
-        canRun = false;
-        m_sourceNote->ShowFault(QString::fromStdString(error.Description()));
-    }
-    m_query->setEnabled(source != nullptr);
-    m_takesFields->setChecked(canRun);
-    m_takesFields->setEnabled(canRun);
-    const auto logon = m_model.SourceLogons().find(source ? source->name : std::string());
-    if (canRun && logon != m_model.SourceLogons().end()) {
-        request.user = logon->second.user;
-        request.password = logon->second.password;
-    }
-    const std::string query = m_isShowing ? m_old.query : m_query->Query();
-    m_query->ShowQuery(KindOf(request.provider), request, query, canRun);
-    ShowRun();
-}
-
-void DataSetDialog::ShowRun() {
-    m_query->SetRun(KindOfType(m_type->currentData().toString().toStdString()), m_parameters->TestValues());
 }
 
 // The query may have got names since.
@@ -317,7 +254,17 @@ std::vector<ReportField> DataSetDialog::Computed() {
     return computed;
 }
 
-void DataSetDialog::Put(Document& document, const ReportSet& set, const QueryDetails& details) const {
+// What belongs to a query of the report goes with it.
+void DataSetDialog::Put(Document& document, const ReportSet& set, QueryDetails details) const {
+    if (set.isShared) {
+        details.type = "Text";
+        details.seconds = 0;
+    }
+    if (set.isShared != m_old.isShared) {
+        for (QueryParameter& parameter : details.parameters) {
+            parameter.place = NewRow;
+        }
+    }
     PutSet(document, m_part->Old(), set);
     PutQueryDetails(document, set.name, details);
     m_parameters->AddToReport(document);
@@ -331,6 +278,8 @@ void DataSetDialog::PutTrial(Document& copy, const QueryDetails& details,
         set.name = NewNameOf(copy, DataPart::Set);
         set.source = m_source->currentText().toStdString();
         set.query = m_query->Query();
+        set.isShared = m_isShared->isChecked();
+        set.reference = m_shared->Reference();
     }
     std::erase_if(set.fields, [](const ReportField& field) { return field.column.empty(); });
     set.fields.insert(set.fields.end(), computed.begin(), computed.end());
@@ -357,16 +306,6 @@ bool DataSetDialog::TakeFields(ReportSet& set) {
         m_query->ShowError(QString::fromStdString(error.Description()));
         return false;
     }
-}
-
-bool DataSetDialog::HasSource() {
-    if (m_source->currentIndex() >= 0) {
-        return true;
-    }
-    m_tabs->setCurrentIndex(0);
-    m_sourceNote->ShowError(m_sources.empty() ? tr("The report has no data source: the menu Report makes one")
-                                              : tr("Pick the source of the rows"));
-    return false;
 }
 
 bool DataSetDialog::Complain(Note& note, RowTable& table, std::size_t row, std::size_t column,
@@ -408,7 +347,9 @@ void DataSetDialog::accept() {
     ReportSet set{.name = m_part->Name(),
                   .source = m_source->currentText().toStdString(),
                   .query = m_query->Query(),
-                  .fields = m_old.fields};
+                  .fields = m_old.fields,
+                  .isShared = m_isShared->isChecked(),
+                  .reference = m_shared->Reference()};
     const std::vector<ReportField> computed = Computed();
     std::erase_if(set.fields, [](const ReportField& field) { return field.column.empty(); });
     set.fields.insert(set.fields.end(), computed.begin(), computed.end());

@@ -12,6 +12,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QFormLayout;
 class QSpinBox;
 class QTabWidget;
 
@@ -23,6 +24,7 @@ class PartForm;
 class QueryForm;
 class QueryParameters;
 class RowTable;
+class SharedSetForm;
 
 class DataSetDialog : public QDialog {
     Q_OBJECT
@@ -35,11 +37,15 @@ class DataSetDialog : public QDialog {
 
  private:
     QWidget* BuildQueryPage();
+    void BuildSource(QWidget& page);
     void BuildTables();
     QWidget* PageOf(RowTable& table, Note& note, const QString& help);
     void Connect();
     void ShowSet();
+    void ShowKind();
     void ShowSource();
+    void SetSource(rdl::QueryRequest& request, const ReportSource& source);
+    void ShowShared(rdl::QueryRequest request);
     void ShowRun();
     void TakeParameters();
     void Lock();
@@ -49,7 +55,7 @@ class DataSetDialog : public QDialog {
     bool Complain(Note& note, RowTable& table, std::size_t row, std::size_t column, const QString& text);
     QueryDetails Details();
     std::vector<ReportField> Computed();
-    void Put(Document& document, const ReportSet& set, const QueryDetails& details) const;
+    void Put(Document& document, const ReportSet& set, QueryDetails details) const;
     void PutTrial(Document& copy, const QueryDetails& details, const std::vector<ReportField>& computed);
 
     DesignModel& m_model;
@@ -59,6 +65,11 @@ class DataSetDialog : public QDialog {
     QComboBox *m_source = nullptr, *m_type = nullptr;
     QSpinBox* m_seconds = nullptr;
     Note* m_sourceNote = nullptr;
+    QCheckBox* m_isShared = nullptr;
+    SharedSetForm* m_shared = nullptr;
+    QFormLayout* m_sourceForm = nullptr;
+    bool m_showsShared = false;  // the query of a shared data set
+    std::string m_ownQuery;      // that was typed, meanwhile
     QueryForm* m_query = nullptr;
     QCheckBox* m_takesFields = nullptr;
     QueryParameters* m_parameters = nullptr;

@@ -8,19 +8,33 @@
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "designer/dialogs/note.h"
+#include "designer/document/properties/properties.h"
 #include "designer/expressions/row_table.h"
 #include "platform/base/ascii.h"
 #include "rdl/api/identifier.h"
 
 namespace designer {
+namespace {
 
-LinksDialog::LinksDialog(DesignModel& model, ElementId item, QWidget* parent)
+// For another element, which has none of the parameters yet.
+ItemLinks CopyOf(ItemLinks links) {
+    for (LinkParameter& parameter : links.parameters) {
+        parameter.place = NewRow;
+    }
+    return links;
+}
+
+}  // namespace
+
+LinksDialog::LinksDialog(DesignModel& model, std::vector<ElementId> ids, QWidget* parent)
     : QDialog(parent),
       m_model(model),
-      m_item(item),
-      m_old(LinksOf(model.Source(), item)),
+      m_ids(std::move(ids)),
+      m_item(m_ids.back()),
+      m_old(LinksOf(model.Source(), m_item)),
       m_kind(new QComboBox(this)),
       m_form(new QFormLayout) {
     setObjectName("linksDialog");
@@ -28,7 +42,7 @@ LinksDialog::LinksDialog(DesignModel& model, ElementId item, QWidget* parent)
     m_kind->setObjectName("kind");
     m_kind->addItems(
         {tr("Nothing"), tr("Opens an address"), tr("Goes to a bookmark"), tr("Opens another report")});
-    m_kind->setEnabled(CanHaveLink(model.Source(), model.Source().Name(item)));
+    m_kind->setEnabled(Has("Link address"));
     m_form->addRow(tr("A &click on it:"), m_kind);
     m_target = AddLine(*m_form, "target", tr("&Where to:"), &ItemLinks::target, {});
     BuildParameters();
@@ -37,6 +51,8 @@ LinksDialog::LinksDialog(DesignModel& model, ElementId item, QWidget* parent)
     m_toolTip = AddLine(*m_form, "toolTip", tr("&Tool tip:"), &ItemLinks::toolTip, {});
     m_bookmark = AddLine(*m_form, "bookmark", tr("&Bookmark here:"), &ItemLinks::bookmark,
                          tr("A name that links go to"));
+    m_form->setRowVisible(m_label, Has("Document map label"));
+    m_form->setRowVisible(m_bookmark, Has("Bookmark"));
     m_note = new Note(m_target->Line(), this);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &LinksDialog::accept);
@@ -52,6 +68,12 @@ LinksDialog::LinksDialog(DesignModel& model, ElementId item, QWidget* parent)
     });
     ShowKind();
     resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
+}
+
+bool LinksDialog::Has(std::string_view property) const {
+    const auto properties = PropertiesOf(m_model.Source().Name(m_item), IsOlderSchema(m_model.Source()));
+    return std::any_of(properties.begin(), properties.end(),
+                       [property](const Property* one) { return one->name == property; });
 }
 
 ExpressionLine* LinksDialog::AddLine(QFormLayout& form, const char* name, const QString& label,
@@ -163,8 +185,11 @@ void LinksDialog::accept() {
     const std::string fault = FaultOfEdit(m_model, [&](Document& copy) { PutTrial(copy, links); });
     if (!fault.empty()) {
         m_note->ShowFault(QString::fromStdString(fault));
-    } else if (m_model.Edit(StepName(m_model, tr("Change Link of"), {m_item}),
-                            [&](Document& document) { PutLinks(document, m_item, links); })) {
+    } else if (m_model.Edit(StepName(m_model, tr("Change Link of"), m_ids), [&](Document& document) {
+                   for (const ElementId id : m_ids) {
+                       PutLinks(document, id, id == m_item ? links : CopyOf(links));
+                   }
+               })) {
         QDialog::accept();
     }
 }

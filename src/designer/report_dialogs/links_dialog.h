@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dialog for what an item leads to, its place in the document map, its tool tip and its bookmark. OK is
-// one step of the document.
+// The dialog for what an item, or runs of a text, lead to, its place in the document map, its tool tip and
+// its bookmark. OK is one step of the document.
 #pragma once
 
 #include <QDialog>
@@ -19,8 +19,9 @@ class RowTable;
 class LinksDialog : public QDialog {
     Q_OBJECT
  public:
-    // The model must live as long as the dialog.
-    LinksDialog(DesignModel& model, ElementId item, QWidget* parent = nullptr);
+    // Shows the last of these elements and changes all; there is one at least. The model must live as long as
+    // the dialog.
+    LinksDialog(DesignModel& model, std::vector<ElementId> ids, QWidget* parent = nullptr);
     void accept() override;
 
  private:
@@ -28,13 +29,15 @@ class LinksDialog : public QDialog {
                             std::string ItemLinks::*member, const QString& hint);
     void BuildParameters();
     void ShowKind();
+    bool Has(std::string_view property) const;
     ItemLinks Typed();
     void PutTrial(Document& copy, const ItemLinks& links) const;
     bool Complain(QWidget& control, const QString& text);
     bool IsComplete(const ItemLinks& links);
 
     DesignModel& m_model;
-    const ElementId m_item;
+    const std::vector<ElementId> m_ids;
+    const ElementId m_item;  // that is shown
     const ItemLinks m_old;
     QComboBox* m_kind;
     QFormLayout* m_form;

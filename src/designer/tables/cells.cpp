@@ -9,6 +9,7 @@
 #include "designer/document/tablix_grid.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
+#include "designer/tables/older_matrix.h"
 #include "designer/tables/tablix_shape.h"
 #include "designer/tables/tracks.h"
 #include "platform/base/ascii.h"
@@ -213,8 +214,10 @@ void PutField(Document& document, ElementId region, ElementId cell, std::string_
     const bool isBody = found->part == GridCell::Part::Body;
     const bool isDetails = isBody && IsOfDetails(document, region, found->row, found->column);
     const bool isSum = isBody && !isDetails && IsNumericField(document, region, field);
-    const ElementId head =
-        isDetails ? EmptyHead(document, region, grid, found->row, found->column) : NoElement;
+    const ElementId head = isDetails ? EmptyHead(document, region, grid, found->row, found->column)
+                           : isBody && document.Name(region) == "Matrix"
+                               ? EmptyMatrixHeading(document, grid, *found)
+                               : NoElement;
     PutText(document, cell, isSum ? FieldSum(field) : FieldValue(field));
     if (head != NoElement) {
         SetTextOfBox(document, head, CaptionOf(field));
@@ -227,8 +230,10 @@ std::size_t AddFieldColumn(Document& document, ElementId region, std::size_t at,
                                         at == 0 ? Side::Before : Side::After, GroupSide::Inside);
     const TablixGrid grid = GridOf(document, region);
     std::optional<std::size_t> shown;
+    // Totals of a Matrix have no cells of their own.
+    const bool isMatrix = document.Name(region) == "Matrix";
     for (std::size_t row = 0; row < grid.rows.size() && !shown; ++row) {
-        if (CellAt(grid, row, column) && IsOfDetails(document, region, row, column)) {
+        if (CellAt(grid, row, column) && (isMatrix || IsOfDetails(document, region, row, column))) {
             shown = row;
         }
     }

@@ -33,8 +33,8 @@ bool ReportField::operator==(const ReportField& other) const {
 }
 
 bool ReportSet::operator==(const ReportSet& other) const {
-    return std::tie(name, source, query, fields, isShared) ==
-           std::tie(other.name, other.source, other.query, other.fields, other.isShared);
+    return std::tie(name, source, query, fields, isShared, reference) ==
+           std::tie(other.name, other.source, other.query, other.fields, other.isShared, other.reference);
 }
 
 ReportField FieldOf(const Document& document, ElementId id) {
@@ -53,6 +53,7 @@ std::vector<ReportSet> SetsOf(const Document& document) {
                       .query = document.TextAt(id, "Query/CommandText").value_or(""),
                       .fields = {},
                       .isShared = document.Find(id, "SharedDataSet") != NoElement,
+                      .reference = document.TextAt(id, SharedReference).value_or(""),
                       .id = id};
         for (const ElementId field : ChildrenNamed(document, id, "Fields", "Field")) {
             set.fields.push_back(FieldOf(document, field));

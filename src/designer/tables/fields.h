@@ -24,10 +24,14 @@ struct ReportField {
 struct ReportSet {
     std::string name, source = {}, query = {};
     std::vector<ReportField> fields = {};
-    bool isShared = false;
+    bool isShared = false;       // its query is in another file; `source` and `query` are empty
+    std::string reference = {};  // of that file
     ElementId id = NoElement;
     bool operator==(const ReportSet& other) const;
 };
+
+// The place of the name of a shared data set's file, below its element.
+inline constexpr std::string_view SharedReference = "SharedDataSet/SharedDataSetReference";
 
 ReportField FieldOf(const Document& document, ElementId id);
 std::vector<ReportSet> SetsOf(const Document& document);

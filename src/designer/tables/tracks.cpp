@@ -8,6 +8,7 @@
 #include "designer/document/item_size.h"
 #include "designer/document/tablix_grid.h"
 #include "designer/document/xml_text.h"
+#include "designer/tables/older_matrix.h"
 #include "designer/tables/older_tables.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
@@ -299,6 +300,11 @@ std::size_t AddTrack(Document& document, ElementId region, Axis axis, std::size_
             axis == Axis::Columns
                 ? AddTableColumn(document, region, track + (side == Side::After ? 1 : 0))
                 : AddTableRow(document, region, track, side == Side::After, groupSide == GroupSide::Outside);
+    } else if (document.Name(region) == "Matrix") {
+        if (groupSide == GroupSide::Outside) {
+            throw EditError(std::string("A ") + Word(axis) + " of a Matrix is within all of its groups");
+        }
+        added = AddMatrixTrack(document, region, axis, track, side);
     } else {
         added = AddTablixTrack(document, region, axis, track, side, groupSide);
     }
@@ -318,6 +324,8 @@ void DeleteTracks(Document& document, ElementId region, Axis axis, std::size_t f
     if (document.Name(region) == "Table") {
         axis == Axis::Columns ? DeleteTableColumns(document, region, first, count)
                               : DeleteTableRows(document, region, first, count);
+    } else if (document.Name(region) == "Matrix") {
+        DeleteMatrixTracks(document, region, axis, first, count);
     } else {
         DeleteTablixTracks(document, region, axis, first, count);
     }
@@ -339,6 +347,8 @@ void MoveTrack(Document& document, ElementId region, Axis axis, std::size_t from
     if (document.Name(region) == "Table") {
         axis == Axis::Columns ? MoveTableColumn(document, region, from, to)
                               : MoveTableRow(document, region, from, to);
+    } else if (document.Name(region) == "Matrix") {
+        MoveMatrixTrack(document, region, axis, from, to);
     } else {
         MoveTablixTrack(document, region, axis, from, to);
     }

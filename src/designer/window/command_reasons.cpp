@@ -55,13 +55,12 @@ void DesignWindow::ShowCommands() {
         allow({name}, true, {});
         findChild<QAction*>(name)->setChecked(PageBandOf(m_model->Source(), kind, section) != NoElement);
     }
-    const ReportItem* leader = m_model->Item(m_model->Leader());
     allow({"editReset"}, m_properties->CurrentRow(), tr("Choose a property first"));
     allow({"reportItem"}, HasDialog(m_model->Leader()),
           tr("Select a chart, gauge, indicator, bar code or subreport"));
     allow({"reportExpression"}, ExpressionRow().has_value(),
           tr("Select a text box, or a property that takes an expression"));
-    allow({"editText"}, leader && leader->kind == "Textbox", tr("Select a text box"));
+    allow({"editText"}, m_canvas->TextBoxToType() != NoElement, tr("Select a text box"));
     allow({"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle", "alignBottom", "sameWidth",
            "sameHeight", "sameSize", "group"},
           selected.size() >= 2, tr("Select two items or more"));

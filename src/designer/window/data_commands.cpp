@@ -55,20 +55,37 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
     menu.addSeparator();
     AddCommand(menu, "itemLinks", tr("&Link and Document Map..."), QKeySequence(Qt::CTRL | Qt::Key_K),
                [this] {
+                   m_canvas->TakeTextPart();
                    FinishTyping();
-                   LinksDialog(*m_model, m_model->Leader(), this).exec();
+                   if (const auto ids = LinkedElements(); !ids.empty()) {
+                       LinksDialog(*m_model, ids, this).exec();
+                   }
+                   m_canvas->ContinueText();
                });
     m_canvas->addAction(findChild<QAction*>("itemLinks"));
     connect(m_data, &DataPane::OpenWanted, this, &DesignWindow::OpenPart);
     connect(m_data, &DataPane::RemoveWanted, this, &DesignWindow::RemoveDataPart);
 }
 
+std::vector<ElementId> DesignWindow::LinkedElements() const {
+    if (m_model->Item(m_model->Leader())) {
+        return {m_model->Leader()};
+    }
+    std::vector<ElementId> runs;
+    for (const ElementId id : m_model->Selection()) {
+        if (m_model->Source().Has(id) && m_model->Source().Name(id) == "TextRun") {
+            runs.push_back(id);
+        }
+    }
+    return runs;
+}
+
 void DesignWindow::ShowDataCommands(const QString& off) {
     for (const char* name : Names) {
         Allow(name, off);
     }
-    const bool hasItem = m_model->Item(m_model->Leader());
-    Allow("itemLinks", !off.isEmpty() ? off : hasItem ? QString() : tr("Select an item"));
+    const bool isLinked = !LinkedElements().empty();
+    Allow("itemLinks", !off.isEmpty() ? off : isLinked ? QString() : tr("Select an item"));
 }
 
 void DesignWindow::OpenPart(DataPart part, const std::string& name) {

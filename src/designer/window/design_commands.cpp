@@ -214,23 +214,44 @@ void DesignWindow::AskForPicture(ElementId image) {
     }
 }
 
-std::optional<PropertyRow> DesignWindow::ExpressionRow() const {
-    const auto takesExpressions = [](const PropertyRow& row) {
-        return row.property->expressions != Expressions::No;
-    };
-    const PropertyRow* current = m_properties->CurrentRow();
-    if (current && takesExpressions(*current)) {
-        return *current;
-    }
-    const ReportItem* leader = m_model->Item(m_model->Leader());
-    if (!leader || leader->kind != "Textbox") {
-        return std::nullopt;
-    }
-    const std::vector<PropertyRow> rows = PropertyRowsOf(*m_model, leader->id);
-    const auto value = std::find_if(rows.begin(), rows.end(), [&](const PropertyRow& row) {
-        return row.property->name == "Value" && takesExpressions(row);
+namespace {
+
+bool TakesExpressions(const PropertyRow& row) {
+    return row.property->expressions != Expressions::No;
+}
+
+}  // namespace
+
+std::optional<PropertyRow> DesignWindow::ValueRowOf(ElementId box) const {
+    const std::vector<PropertyRow> rows = PropertyRowsOf(*m_model, box);
+    const auto value = std::find_if(rows.begin(), rows.end(), [](const PropertyRow& row) {
+        return row.property->name == "Value" && TakesExpressions(row);
     });
     return value == rows.end() ? std::nullopt : std::optional(*value);
+}
+
+std::optional<PropertyRow> DesignWindow::ExpressionRow() const {
+    const PropertyRow* current = m_properties->CurrentRow();
+    if (current && TakesExpressions(*current)) {
+        return *current;
+    }
+    const ElementId leader = m_model->Leader();
+    const ReportItem* item = m_model->Item(leader);
+    const bool isRun = !item && m_model->Source().Has(leader) && m_model->Source().Name(leader) == "TextRun";
+    return isRun || (item && item->kind == "Textbox") ? ValueRowOf(leader) : std::nullopt;
+}
+
+// It is checked as the first value of the text box.
+std::optional<std::string> DesignWindow::AskForValueOf(ElementId box, const std::string& value) {
+    const std::optional<PropertyRow> row = ValueRowOf(box);
+    if (!row) {
+        return std::nullopt;
+    }
+    const int index = m_model->Source().IndexOf(box);
+    const auto write = [&row, index](Document& copy, const std::string& text) {
+        SetRow(copy, {copy.IdAt(index)}, *row, text);
+    };
+    return AskForExpression(*m_model, {tr("Value"), write}, value, this);
 }
 
 void DesignWindow::EditExpression() {

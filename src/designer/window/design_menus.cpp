@@ -61,7 +61,8 @@ void DesignWindow::BuildMenus() {
     });
     menuBar()->addMenu(m_format);
     m_canvas->addAction(m_format->menuAction());
-    connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
+    connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::TakeTextPart);
+    connect(m_format, &FormatMenu::Done, m_canvas, &DesignCanvas::ContinueText);
     BuildArrangeMenu();
     BuildReportMenu();
     BuildViewMenu();

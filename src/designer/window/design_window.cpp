@@ -79,6 +79,7 @@ void DesignWindow::BuildParts() {
 void DesignWindow::BuildDocks() {
     m_outline = new OutlinePane(*m_model, this);
     m_propertyPanel = new PropertyPanel(*m_model, this);
+    m_canvas->SetPartPane(m_propertyPanel);
     m_properties = &m_propertyPanel->Rows();
     connect(m_propertyPanel, &PropertyPanel::ExpressionWanted, this, &DesignWindow::EditExpression);
     m_problems = new ProblemsPane(*m_model, this);
@@ -148,6 +149,8 @@ void DesignWindow::Connect() {
         }
     });
     m_canvas->SetTextSource(m_data);
+    m_canvas->SetExpressionAsker(
+        [this](ElementId box, const std::string& value) { return AskForValueOf(box, value); });
     m_data->SetTaker([this](const std::optional<DraggedField>& field, const std::string& expression) {
         return field ? m_canvas->InsertIntoText(*field) : m_canvas->InsertIntoText(expression);
     });

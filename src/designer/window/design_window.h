@@ -13,10 +13,10 @@
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
 #include "designer/model/report_data.h"
+#include "designer/model/report_file.h"
 #include "designer/panes/property_rows.h"
 #include "designer/window/file_claim.h"
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
 
 class QLabel;
 class QStackedWidget;
@@ -140,6 +140,9 @@ class DesignWindow : public QMainWindow {
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
     void EditExpression();
+    // Asks for an expression in the text of a text box; nothing: the user cancels.
+    std::optional<std::string> AskForValueOf(ElementId box, const std::string& value);
+    std::optional<PropertyRow> ValueRowOf(ElementId box) const;
     // The property whose expression is edited: the current one of the pane, else what a text box shows.
     std::optional<PropertyRow> ExpressionRow() const;
     void TogglePageBand(BandKind kind);
@@ -150,6 +153,8 @@ class DesignWindow : public QMainWindow {
     // Opens the dialog for a part of the report; for a new one without a name.
     void OpenPart(DataPart part, const std::string& name);
     void RemoveDataPart(DataPart part, const std::string& name);
+    // What the dialog for links is of: the item that was selected last, else the selected runs of a text.
+    std::vector<ElementId> LinkedElements() const;
     // arrange_commands.cpp
     void GroupSelection();
     void UngroupSelection();

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "designer/model/report_file.h"
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
 
 namespace designer {
 

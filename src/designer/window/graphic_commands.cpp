@@ -42,8 +42,7 @@ bool DesignWindow::HasDialog(ElementId part) const {
     const Document& document = m_model->Source();
     const ElementId id = WithDialog(part);
     const ReportItem* item = m_model->Item(id);
-    return item && ((item->kind == "Chart" && HasChartDesign(document, id)) ||
-                    (item->kind == "GaugePanel" && ReadGaugeDesign(document, id)) ||
+    return item && ((item->kind == "Chart" && HasChartDesign(document, id)) || item->kind == "GaugePanel" ||
                     item->kind == "Subreport" || HasBarcodeDesign(document, id));
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "designer/document/source_tree.h"
-#include "designer/window/report_file.h"
+#include "designer/model/report_file.h"
 
 class QLabel;
 class QPlainTextEdit;

@@ -23,8 +23,11 @@ struct QueryValue {
 enum class QueryKind { Text, StoredProcedure, Table };
 
 struct QueryRequest {
-    std::string provider, connectString;   // as a data source of a report has them; both are constants
-    std::string query = {};                // may be empty for a file of rows
+    std::string provider, connectString;  // as a data source of a report has them; both are constants
+    std::string query = {};               // may be empty for a file of rows
+    // A shared data set, which has its query and the name of its data source. The source above is the
+    // report's of the name `source`; if that is another name, the data set's source is a shared one.
+    std::string sharedSet = {}, source = {};
     std::filesystem::path folder = {};     // where relative names start; empty: the current folder
     std::string user = {}, password = {};  // no user: those of the connect string
     std::vector<QueryValue> parameters = {};
@@ -46,10 +49,19 @@ struct QueryRows {
 // What a shared data source has: a file NAME.rds.
 struct SharedSourceText {
     std::string provider, connectString;
+    std::filesystem::path file;  // where it was found
 };
 // Returns the shared data source of this name or path, looked for as a report in the folder does. Raises
 // Failure (Stage::Data) if there is none, or if its file is of another kind.
 SharedSourceText ReadSharedSource(const std::string& reference, const std::filesystem::path& folder);
+
+// What a shared data set has: a file NAME.rsd.
+struct SharedSetText {
+    std::string source, query;           // the query may be an expression
+    std::vector<QueryValue> parameters;  // that reports can set, with their defaults
+};
+// Returns the shared data set of this name or path, as ReadSharedSource.
+SharedSetText ReadSharedSet(const std::string& reference, const std::filesystem::path& folder);
 
 // Runs the query as a report with this data source runs it, with the same restrictions, and reads its first
 // rows: at most `mostRows`, and fewer of long rows. Raises Failure (Stage::Data) with the reason.

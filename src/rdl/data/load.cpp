@@ -238,9 +238,8 @@ std::string NameInExpressions(const SharedParameter& parameter, std::size_t inde
     return isName ? name : "Parameter" + std::to_string(index + 1);
 }
 
-// The shared data set's own rows are the source of the report's data set. Its expressions know its own
-// parameters and nothing of the report's.
-Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
+// Its expressions know its own parameters and nothing of the report's.
+Table ReadSharedFile(const LoadRequest& request, const DataSet& dataSet) {
     SharedDataSet shared = ReadSharedDataSet(dataSet.sharedDataSet, request.SearchFolders());
     Definition definition;
     definition.language = request.definition->language;
@@ -266,6 +265,12 @@ Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
     const DataSource* named = FindSource(*request.definition, shared.source.name);
     Table inner = ReadCalculated(own, shared.dataSet, named ? named : &shared.source);
     ApplyFilters(own, shared.dataSet, inner);
+    return inner;
+}
+
+// The shared data set's own rows are the source of the report's data set.
+Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
+    Table inner = ReadSharedFile(request, dataSet);
     MemoryCursor cursor(std::move(inner.fieldNames), std::move(inner.cells));
     Table table = ReadRows(request, dataSet, cursor);
     Calculate(request, dataSet, table);
@@ -355,6 +360,12 @@ std::map<std::string, Table> LoadTables(const LoadRequest& request) {
 
 Table LoadSelectedTable(const LoadRequest& request, const DataSet& dataSet) {
     return ReadSelected(request, dataSet, RecordSelection(*request.definition, request.formula));
+}
+
+Table LoadSharedTable(const LoadRequest& request, const DataSet& dataSet) {
+    const RunWatch::Data waiting(request.watch);
+    request.CheckBounds();
+    return ReadSharedFile(request, dataSet);
 }
 
 Table LoadTable(const LoadRequest& request, const std::string& dataSet) {

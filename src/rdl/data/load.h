@@ -83,6 +83,10 @@ std::map<std::string, Table> LoadTables(const LoadRequest& request);
 // Loads one data set as LoadTables does; no other query runs.
 Table LoadSelectedTable(const LoadRequest& request, const DataSet& dataSet);
 
+// Loads the rows of the shared data set that `dataSet` names, with the parameters that this gives it: the
+// fields and filters are those of the shared file.
+Table LoadSharedTable(const LoadRequest& request, const DataSet& dataSet);
+
 // Loads one data set without the record selection formula, for a parameter's available values.
 Table LoadTable(const LoadRequest& request, const std::string& dataSet);
 

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/files/data_file.h"
@@ -17,14 +18,21 @@ namespace {
 
 using xml::Element;
 
-xml::Document ReadBeside(const std::string& reference, const std::string& extension,
-                         const std::vector<std::string>& folders) {
+struct SharedFile {
+    std::string path;
+    xml::Document document;
+};
+
+SharedFile ReadBeside(const std::string& reference, const std::string& extension,
+                      const std::vector<std::string>& folders) {
     std::string name = reference.substr(reference.find_last_of("/\\") + 1);
     if (!LowerAscii(name).ends_with(extension)) {
         name += extension;
     }
     try {
-        return ParseXml(ReadDataFile(ResolveDataPath(name, folders)));
+        std::string path = ResolveDataPath(name, folders);
+        xml::Document document = ParseXml(ReadDataFile(path));
+        return {std::move(path), std::move(document)};
     } catch (const Error& error) {
         throw Error("the shared file \"" + CleanText(name) + "\": " + error.what());
     }
@@ -118,14 +126,15 @@ void ReadQuery(const Element& query, DataSet& set) {
 }  // namespace
 
 SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders) {
-    const xml::Document document = ReadBeside(reference, ".rds", folders);
+    const SharedFile file = ReadBeside(reference, ".rds", folders);
+    const xml::Document& document = file.document;
     const Element* properties = document.root.Child("ConnectionProperties");
     const Element& holder = properties ? *properties : document.root;
     SharedSource source{
         holder.ChildText("Extension"),
         ConnectStringOf(holder.ChildText("ConnectString"),
                         "the shared data source \"" + CleanText(reference) + "\", ConnectString"),
-        FlagOf(holder, "IntegratedSecurity")};
+        FlagOf(holder, "IntegratedSecurity"), file.path};
     if (source.provider.empty()) {
         throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
     }
@@ -133,7 +142,8 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
 }
 
 SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders) {
-    const xml::Document document = ReadBeside(reference, ".rsd", folders);
+    const SharedFile file = ReadBeside(reference, ".rsd", folders);
+    const xml::Document& document = file.document;
     const Element* set = document.root.Child("DataSet");
     const Element* query = set ? set->Child("Query") : nullptr;
     if (!query) {

@@ -13,6 +13,7 @@ struct SharedSource {
     std::string provider;
     Expr connectString;  // an expression if {?Parameter} or {@Global} stands in it; else a constant
     bool integrated = false;
+    std::string file = {};  // where it was found
 };
 
 // `reference` is a name or a report server path; its last part names the file. Raises rdl::Error if the file

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/api/query_rows.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "rdl/api/host.h"
+#include "rdl/data/load.h"
 #include "rdl/data/open_cursor.h"
 #include "rdl/data/shared_source.h"
 #include "rdl/data/sql/query_names.h"
@@ -41,14 +44,37 @@ QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, co
     return rows;
 }
 
+QueryRows FirstOf(Table table, std::size_t mostRows) {
+    QueryRows rows{std::move(table.fieldNames), std::move(table.cells)};
+    rows.cells.resize(std::min(rows.cells.size(), mostRows * rows.columns.size()));
+    return rows;
+}
+
+std::vector<std::string> FoldersOf(const std::filesystem::path& folder) {
+    std::vector<std::string> folders = TheHost().DataFolders();
+    folders.insert(folders.begin(), Absolute(folder));
+    return folders;
+}
+
 }  // namespace
 
 SharedSourceText ReadSharedSource(const std::string& reference, const std::filesystem::path& folder) {
     return engine::InStage(Stage::Data, [&] {
-        std::vector<std::string> folders = TheHost().DataFolders();
-        folders.insert(folders.begin(), Absolute(folder));
-        const data::SharedSource source = data::ReadSharedSource(reference, folders);
-        return SharedSourceText{source.provider, source.connectString.source};
+        const data::SharedSource source = data::ReadSharedSource(reference, FoldersOf(folder));
+        return SharedSourceText{source.provider, source.connectString.source, source.file};
+    });
+}
+
+SharedSetText ReadSharedSet(const std::string& reference, const std::filesystem::path& folder) {
+    return engine::InStage(Stage::Data, [&] {
+        const data::SharedDataSet shared = data::ReadSharedDataSet(reference, FoldersOf(folder));
+        SharedSetText text{shared.source.name, shared.dataSet.commandText.source, {}};
+        for (const data::SharedParameter& parameter : shared.parameters) {
+            if (!parameter.readOnly) {
+                text.parameters.push_back({parameter.name, parameter.defaultValue.source});
+            }
+        }
+        return text;
     });
 }
 
@@ -88,11 +114,19 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         load.folders = TheHost().DataFolders();
         load.nowTicks = TheHost().NowTicks();
         if (!request.user.empty()) {
-            load.logons[source.name] = {request.user, request.password};
+            load.logons[request.source] = {request.user, request.password};
         }
         load.watch = std::make_shared<RunWatch>(RunBounds{});
         const RunWatch::Work work(load.watch);
         const RunWatch::Data waiting(load.watch);
+        if (!request.sharedSet.empty()) {
+            source.name = request.source;
+            if (!source.name.empty()) {
+                definition.dataSources.push_back(source);
+            }
+            dataSet.sharedDataSet = request.sharedSet;
+            return FirstOf(data::LoadSharedTable(load, dataSet), request.mostRows);
+        }
         // A provider that cannot be used is named here, without the advice for reports that have one.
         data::ResolveSource(load, source);
         return FirstRows(load, dataSet, source, request.mostRows);

@@ -108,7 +108,7 @@ TEST_F(ChartParts, GroupsAreAddedAndChanged) {
     Put(design);
     EXPECT_EQ(Read().categories.size(), 0u);
     design = Read();
-    design.categories = {{NoElement, "=Fields!Region.Value"}, {NoElement, "=Fields!City.Value"}};
+    design.categories = {{NoElement, "=Fields!Region.Value"}, {NoElement, "=Fields!City.Value", 2}};
     design.series.clear();
     Put(design);
     EXPECT_EQ(Read().categories.size(), 2u);
@@ -121,7 +121,7 @@ TEST_F(ChartParts, AGroupThatStaysKeepsWhatItHas) {
     const ElementId member = Read().categories[0].member;
     SetText(m_document, member, "Label", "=UCase(Fields!Region.Value)");
     ChartDesign design = Read();
-    design.categories.push_back({NoElement, "=Fields!City.Value"});
+    design.categories.push_back({NoElement, "=Fields!City.Value", 2});
     Put(design);
     EXPECT_EQ(At("ChartCategoryHierarchy/ChartMembers/ChartMember/Label"), "=UCase(Fields!Region.Value)");
     EXPECT_EQ(At("ChartCategoryHierarchy/ChartMembers/ChartMember/ChartMembers/ChartMember/Label"),
@@ -173,9 +173,11 @@ TEST_F(ChartParts, OfAnEmptyChartAreMade) {
               "Category,Series,Value\r\n,Amount,60\r\n");
 }
 
-TEST_F(ChartParts, GroupsBesideEachOtherStay) {
+TEST_F(ChartParts, GroupsThatHaveNoOneExpressionStay) {
     const ElementId members = m_document.Find(m_chart, "ChartCategoryHierarchy/ChartMembers");
-    InsertXml(m_document, members, "<ChartMember><Label>All</Label></ChartMember>");
+    InsertXml(m_document, members,
+              "<ChartMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=1</GroupExpression>"
+              "<GroupExpression>=2</GroupExpression></GroupExpressions></Group></ChartMember>");
     ChartDesign design = Read();
     EXPECT_TRUE(design.hasOtherGroups);
     design.categories.clear();
@@ -183,6 +185,78 @@ TEST_F(ChartParts, GroupsBesideEachOtherStay) {
     Put(design);
     EXPECT_EQ(m_document.Children(members).size(), 2u);
     EXPECT_EQ(At("ChartTitles/ChartTitle/Caption"), "Two");
+}
+
+std::vector<ElementId> PointsOf(const Document& document, ElementId chart) {
+    return ChartPointsOf(document, ReadChartDesign(document, chart).values.at(0).series);
+}
+
+TEST_F(ChartParts, CategoriesStandBesideEachOther) {
+    const std::string before = m_document.Text();
+    ChartDesign design = Read();
+    design.categories.push_back({NoElement, "All", 1});
+    design.categories.push_back({NoElement, "=Fields!City.Value", 1});
+    Put(design);
+    EXPECT_EQ(Data(),
+              "Category,Series,Value|North,Amount,30|South,Amount,30|All,Amount,60|Bergen,Amount,20|"
+              "Oslo,Amount,10|Rome,Amount,30|");
+    ASSERT_EQ(PointsOf(m_document, m_chart).size(), 3u);
+    design = Read();
+    ASSERT_EQ(design.categories.size(), 3u);
+    EXPECT_EQ(design.categories[1].expression, "All");
+    EXPECT_FALSE(design.hasOtherGroups);
+    // A point of its own stays with its category, and is not changed with the others.
+    SetText(m_document, PointsOf(m_document, m_chart)[1], "ChartDataPointValues/Y", "=7");
+    design = Read();
+    design.values[0].values["Y"] = "=Sum(Fields!Pieces.Value)";
+    design.categories.erase(design.categories.begin());
+    Put(design);
+    EXPECT_EQ(Data(), "Category,Series,Value|All,Amount,7|Bergen,Amount,1|Oslo,Amount,2|Rome,Amount,5|");
+    while (m_document.Text() != before && m_document.Undo()) {
+    }
+    EXPECT_EQ(m_document.Text(), before);
+}
+
+TEST_F(ChartParts, ACategoryWithinOneOfTwo) {
+    ChartDesign design = Read();
+    design.categories = {{NoElement, "All", 1},
+                         {design.categories[0].member, design.categories[0].expression, 1},
+                         {NoElement, "=Fields!City.Value", 2}};
+    Put(design);
+    EXPECT_EQ(PointsOf(m_document, m_chart).size(), 2u);
+    const ChartDesign now = Read();
+    ASSERT_EQ(now.categories.size(), 3u);
+    EXPECT_EQ(now.categories[2].level, 2);
+    EXPECT_EQ(At("ChartCategoryHierarchy/ChartMembers/ChartMember/Label"), "All");
+}
+
+TEST_F(ChartParts, SeriesGroupsBesideEachOtherHaveAllValues) {
+    ChartDesign design = Read();
+    design.categories.clear();
+    design.values.push_back(Value("Pieces", "=Sum(Fields!Pieces.Value)"));
+    design.series = {{NoElement, "=Fields!Region.Value", 1}, {NoElement, "=Fields!City.Value", 1}};
+    Put(design);
+    design = Read();
+    EXPECT_FALSE(design.hasOtherGroups);
+    ASSERT_EQ(design.values.size(), 2u);
+    ASSERT_EQ(design.values[0].copies.size(), 1u);
+    const std::string data = Data();
+    for (const char* row :
+         {"North - Amount,30|", "Rome - Amount,30|", "South - Pieces,5|", "Oslo - Pieces,2|"}) {
+        EXPECT_NE(data.find(row), std::string::npos) << row << data;
+    }
+    design.values[1].values["Y"] = "=Max(Fields!Pieces.Value)";
+    std::swap(design.values[0], design.values[1]);
+    Put(design);
+    design = Read();
+    EXPECT_EQ(design.values[0].values.at("Y"), "=Max(Fields!Pieces.Value)");
+    EXPECT_EQ(m_document.TextAt(design.values[0].copies[0],
+                                "ChartDataPoints/ChartDataPoint/ChartDataPointValues/Y"),
+              "=Max(Fields!Pieces.Value)");
+    design.series.pop_back();
+    Put(design);
+    EXPECT_TRUE(Read().values[0].copies.empty());
+    EXPECT_EQ(m_document.Children(m_document.Find(m_chart, "ChartData/ChartSeriesCollection")).size(), 2u);
 }
 
 }  // namespace

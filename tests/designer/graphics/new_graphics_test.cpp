@@ -107,8 +107,8 @@ TEST(NewGraphics, AreRefusedWhereTheyCannotBe) {
     Document older(
         "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition\">"
         "<Body><Height>5cm</Height></Body><Width>10cm</Width></Report>");
-    EXPECT_EQ(RefusalOf([&] { Insert(older, NewGraphic::Chart); }),
-              "A new chart needs a report of the schema 2008 or later");
+    EXPECT_EQ(RefusalOf([&] { Insert(older, NewGraphic::Gauge); }),
+              "A new gauge needs a report of the schema 2008 or later");
     Insert(older, NewGraphic::BarCode);
     EXPECT_THAT(Exported(older, rdl::DocumentFormat::Pdf), StartsWith("%PDF-1.7"));
 }

@@ -51,6 +51,16 @@ TEST(ReportData, WhatIsPutAsItIsChangesNothing) {
     EXPECT_EQ(document.UndoCount(), 0U);
 }
 
+TEST(ReportData, AProviderKeepsItsCapitals) {
+    std::string report = Sales;
+    report.replace(report.find("SQLITE"), 6, "SQLite");
+    Document document(report);
+    ReportSource source = SourcesOf(document)[0];
+    source.provider = "SQLITE";
+    PutSource(document, "Sales", source);
+    EXPECT_EQ(document.Text(), report);
+}
+
 TEST(ReportData, PartsAreAddedToAReportWithoutAny) {
     Document document(
         "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition\">\n"

@@ -71,7 +71,7 @@ class AllDialogs : public testing::Test {
                 {"page", [this] { return new PageDialog(m_model); }},
                 {"pictures", [this] { return new PicturesDialog(m_model, {}); }},
                 {"code", [this] { return new CodeDialog(m_model); }},
-                {"links", [this] { return new LinksDialog(m_model, m_model.Items().items.front().id); }}};
+                {"links", [this] { return new LinksDialog(m_model, {m_model.Items().items.front().id}); }}};
     }
     // Calls `look` with each page of each dialog.
     void ForEachPage(const std::function<void(QDialog&, const std::string&)>& look) {

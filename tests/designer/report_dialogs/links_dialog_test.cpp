@@ -41,7 +41,7 @@ class LinksDialogTest : public testing::Test, protected fakes::FormDriver {
  protected:
     void Open(const std::string& report) {
         m_model.SetDocument(Document(report));
-        m_dialog = std::make_unique<LinksDialog>(m_model, m_model.Items().items.front().id);
+        m_dialog = std::make_unique<LinksDialog>(m_model, std::vector{m_model.Items().items.front().id});
         m_dialog->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
     }

@@ -4,9 +4,11 @@
 // of them are left there, in light and dark colours.
 #include <QAbstractSpinBox>
 #include <QAccessible>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -168,6 +170,47 @@ TEST_P(Accessible, AreItsDialogs) {
           "reportCode", "itemLinks", "reportExpression", "formatStyle", "formatVisibility"}) {
         ExpectOf(command);
     }
+}
+
+TEST_P(Accessible, AreDialogsOfSharedFiles) {
+    WriteBytes(m_home / "Far.rds",
+               "<RptDataSource><ConnectionProperties><Extension>PostgreSQL</Extension><ConnectString>Host=db;"
+               "Database=sales</ConnectString></ConnectionProperties></RptDataSource>");
+    fakes::WhileModal<QDialog>([&] { Find<QAction>("reportDataSource").trigger(); },
+                               [&](QDialog& dialog) {
+                                   dialog.findChild<QCheckBox*>("isShared")->setChecked(true);
+                                   dialog.findChild<QLineEdit*>("reference")->setText("Far");
+                                   ExpectNoFaults(dialog, "shared data source");
+                                   fakes::WhileModal<QDialog>(
+                                       [&] { dialog.findChild<QPushButton*>("changeShared")->click(); },
+                                       [](QDialog& file) { ExpectNoFaults(file, "file of a data source"); });
+                               });
+    fakes::WhileModal<QDialog>([&] { Find<QAction>("reportDataSet").trigger(); },
+                               [](QDialog& dialog) {
+                                   dialog.findChild<QCheckBox*>("isShared")->setChecked(true);
+                                   ExpectNoFaults(dialog, "shared data set");
+                               });
+}
+
+TEST_P(Accessible, AreDialogsOfChartsAndGauges) {
+    Model().Edit("Items", [this](Document& document) {
+        InsertXml(
+            document, document.Root(),
+            "<DataSets><DataSet Name=\"Sales\"><Fields><Field Name=\"Region\"><DataField>Region</DataField>"
+            "</Field></Fields><Rows><Row><Region>North</Region></Row></Rows></DataSet></DataSets>");
+        const ReportBand band = Model().Items().bands[0];
+        InsertItem(document, band, NewItem::Chart, {0, 0, 100, 100}, {});
+        InsertItem(document, band, NewItem::Gauge, {0, 0, 100, 100}, {});
+    });
+    Select({"Chart1"});
+    fakes::WhileModal<QDialog>([&] { Find<QAction>("reportItem").trigger(); },
+                               [](QDialog& dialog) {
+                                   dialog.findChild<QPushButton*>("categoriesAdd")->click();
+                                   QTest::qWait(1);
+                                   ExpectNoFaults(dialog, "chart");
+                               });
+    Select({"Gauge1"});
+    ExpectOf("reportItem");
 }
 
 TEST_P(Accessible, AreThePagesOfTheWizard) {

@@ -163,6 +163,7 @@ TEST_F(CanvasText, AltAndACharacterOpensAMenu) {
     EXPECT_EQ(menu->title(), "&File");
     menu->close();
     Settle();
+    Take(editor);
     EXPECT_EQ(Runs(), "Typed|\n");
 }
 

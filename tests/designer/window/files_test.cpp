@@ -5,10 +5,10 @@
 #include <QPushButton>
 
 #include "answered_box.h"
+#include "designer/model/report_file.h"
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
-#include "designer/window/report_file.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
 #include "platform/shell/desktop_shell.h"

@@ -218,8 +218,9 @@ TEST_F(GraphicItems, TheDialogOfAChartWithoutMembers) {
     Settle();
     Select({"C"});
     OnDialog([this](QDialog& dialog) {
-        for (const auto& [line, path] : {std::pair("entryLabel", "Label"), std::pair("entryValue", "Y value"),
-                                         std::pair("valueTitle", "Caption")}) {
+        for (const auto& [line, path] :
+             {std::pair("entryLabel", "Name in the legend"), std::pair("entryValue", "Value"),
+              std::pair("valueTitle", "Title of the value axis")}) {
             OnDialog([path = path](QDialog& expression) {
                 EXPECT_EQ(expression.windowTitle(), QString("Expression: %1").arg(path));
                 In<QPlainTextEdit>(expression, "expression").setPlainText("=Sum(Fields!Amount.Value)");
@@ -295,14 +296,14 @@ TEST_F(GraphicItems, AValueOfTheDialogIsMadeInTheDialogForExpressions) {
     Run("insertChart");
     OnDialog([this](QDialog& dialog) {
         OnDialog([](QDialog& expression) {
-            EXPECT_EQ(expression.windowTitle(), "Expression: Y value");
+            EXPECT_EQ(expression.windowTitle(), "Expression: Value");
             In<QPlainTextEdit>(expression, "expression").setPlainText("=Avg(Fields!Amount.Value)");
             expression.accept();
         });
         auto* field = In<QComboBox>(dialog, "entryValue").parentWidget();
         QTest::mouseClick(field->findChild<QToolButton*>(), Qt::LeftButton);
         OnDialog([](QDialog& expression) {
-            EXPECT_EQ(expression.windowTitle(), "Expression: Caption");
+            EXPECT_EQ(expression.windowTitle(), "Expression: Title of the category axis");
             In<QPlainTextEdit>(expression, "expression").setPlainText("=\"In \" & Globals!ReportName");
             expression.accept();
         });

@@ -146,5 +146,49 @@ TEST_F(QueryRowsOf, AFaultySourceAreRefusedWithTheReason) {
     EXPECT_NE(Refusal(Request("CSV", "none.csv")), "");
 }
 
+// The file has its own fields, parameters and filters; its source is a shared one, or the report's of that
+// name.
+TEST_F(QueryRowsOf, ASharedDataSetAreThoseOfItsFile) {
+    WriteBytes(m_folder / "Files.rds",
+               "<RptDataSource Name=\"Files\"><ConnectionProperties><Extension>csv</Extension>"
+               "<ConnectString>a.csv</ConnectString></ConnectionProperties></RptDataSource>");
+    WriteBytes(m_folder / "b.csv", "Name,Pieces\nDan,9\n");
+    WriteBytes(
+        m_folder / "People.rsd",
+        "<SharedDataSet><DataSet Name=\"\"><Query><DataSourceReference>Files</DataSourceReference>"
+        "<DataSetParameters><DataSetParameter "
+        "Name=\"@Least\"><DefaultValue>2</DefaultValue></DataSetParameter>"
+        "<DataSetParameter Name=\"@Kept\"><ReadOnly>true</ReadOnly><DefaultValue>1</DefaultValue>"
+        "</DataSetParameter></DataSetParameters><CommandText/></Query><Fields>"
+        "<Field Name=\"Who\"><DataField>Name</DataField></Field>"
+        "<Field Name=\"Count\"><DataField>Pieces</DataField></Field></Fields><Filters><Filter>"
+        "<FilterExpression>=Fields!Count.Value</FilterExpression><Operator>GreaterThanOrEqual</Operator>"
+        "<FilterValues><FilterValue>=CInt(Parameters!Least.Value)</FilterValue></FilterValues></Filter></"
+        "Filters>"
+        "</DataSet></SharedDataSet>");
+    const SharedSetText text = ReadSharedSet("/Team/People", m_folder.Path());
+    EXPECT_EQ(text.source, "Files");
+    ASSERT_EQ(text.parameters.size(), 1U);
+    EXPECT_EQ(text.parameters[0].name + " " + text.parameters[0].value, "@Least 2");
+    QueryRequest request{.provider = {}, .connectString = {}, .folder = m_folder.Path()};
+    request.sharedSet = "People";
+    QueryRows rows = ReadQueryRows(request);
+    EXPECT_EQ(rows.columns, (std::vector<std::string>{"Who", "Count"}));
+    ASSERT_EQ(rows.RowCount(), 1U);
+    EXPECT_EQ(rows.At(0, 0).AsText(), "Cy");
+    request.parameters = {{"@Least", "1"}};
+    EXPECT_EQ(ReadQueryRows(request).RowCount(), 2U);
+    request.mostRows = 1;
+    EXPECT_EQ(ReadQueryRows(request).RowCount(), 1U);
+    request.source = "Files";
+    request.provider = "csv";
+    request.connectString = "b.csv";
+    rows = ReadQueryRows(request);
+    ASSERT_EQ(rows.RowCount(), 1U);
+    EXPECT_EQ(rows.At(0, 0).AsText(), "Dan");
+    request.sharedSet = "Nobody";
+    EXPECT_THAT(Refusal(request), testing::HasSubstr("Nobody"));
+}
+
 }  // namespace
 }  // namespace rdl

@@ -108,6 +108,9 @@ constexpr Property OfTextboxes[] = {
     {"Can grow", "Layout", "CanGrow", Boolean, No, "false"},
     {"Can shrink", "Layout", "CanShrink", Boolean, No, "false"},
     {"Hide duplicates", "Data", "HideDuplicates", Scope},
+    {"Sort by", "Interactive sort", "UserSort/SortExpression", Text, Only},
+    {"Sort what", "Interactive sort", "UserSort/SortTarget", Scope},
+    {"Sort within", "Interactive sort", "UserSort/SortExpressionScope", Scope},
 };
 
 constexpr Property OfRuns[] = {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/window/report_file.h"
+#include "designer/model/report_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

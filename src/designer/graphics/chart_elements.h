@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What new parts of a chart are written as, in the form of 2008 and later.
+#pragma once
+
+#include <string>
+
+#include "designer/graphics/chart_parts.h"
+
+namespace designer {
+
+std::string SeriesXml(const ChartDesign& design, const ChartValue& value, const std::string& name);
+// Returns a name that no series of the chart has, with this number or a larger one; `chart` may be NoElement.
+std::string SeriesName(const Document& document, ElementId chart, std::size_t number);
+std::string AxisXml(bool isValue, const ChartDesign& design);
+std::string AreasXml(const ChartDesign& design);
+std::string LegendXml(const std::string& position);
+std::string TitleXml(const std::string& caption);
+
+}  // namespace designer
