@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "designer/dialogs/logons.h"
+#include "designer/model/logons.h"
 #include "designer/document/document.h"
 #include "designer/model/report_file.h"
 
