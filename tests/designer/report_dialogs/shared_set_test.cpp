@@ -150,6 +150,25 @@ TEST_F(SharedSetTest, WhatIsWrongWithTheFileIsSaid) {
     EXPECT_THAT(Text(), HasSubstr("<SharedDataSetReference>Nobody</SharedDataSetReference>"));
 }
 
+TEST_F(SharedSetTest, TheQueryOfTheFileIsChanged) {
+    Open(Report(Shared));
+    std::string expected = ReadBytes(m_folder / "People.rsd");
+    expected.replace(expected.find("all of it"), 9, "a.csv &lt; all");
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto& query = *dialog->findChild<QPlainTextEdit*>("sharedQuery");
+        EXPECT_EQ(query.toPlainText(), "all of it");
+        QTest::keyClick(&query, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(&query, "a.csv < all");
+        dialog->accept();
+    });
+    QTest::mouseClick(&The<QPushButton>("changeSharedSet"), Qt::LeftButton);
+    EXPECT_EQ(ReadBytes(m_folder / "People.rsd"), expected);
+    EXPECT_EQ(The<QPlainTextEdit>("query").toPlainText(), "a.csv < all");
+    EXPECT_EQ(m_model->Source().UndoCount(), 0u);
+}
+
 TEST_F(SharedSetTest, AQueryBecomesSharedAndTheOtherWayRound) {
     const std::string query =
         "<DataSet Name=\"Own\"><Query><DataSourceName>A</DataSourceName><CommandText>a.csv</CommandText>"
