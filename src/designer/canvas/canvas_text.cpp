@@ -184,7 +184,9 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
         if (IsMnemonic(key)) {
             return false;  // it opens a menu
         }
-        if (IsFormatKey(key)) {
+        // What was done before the text was opened is undone by the window.
+        const bool isUndo = key.matches(QKeySequence::Undo) && !m_editor->document()->isUndoAvailable();
+        if (IsFormatKey(key) || isUndo) {
             event->ignore();
             return true;
         }
@@ -258,7 +260,7 @@ void DesignCanvas::TakeTextPart() {
     const ElementId box = m_editor ? m_edited : NoElement;
     const auto part = m_editor ? m_editor->MarkedPart() : std::nullopt;
     m_continued = box;
-    m_continuedPart = part;
+    m_continuedPart = m_editor ? std::optional(m_editor->Selection()) : std::nullopt;
     CloseEditor(true);
     if (part && m_model.Source().Has(box)) {
         m_model.SelectMade(StepName(m_model, tr("Mark part of"), {box}),

@@ -9,7 +9,6 @@
 
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/source_form.h"
-#include "designer/document/editing.h"
 #include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 
@@ -19,14 +18,12 @@ SharedSourceDialog::SharedSourceDialog(std::filesystem::path file, const std::fi
                                        QWidget* parent)
     : QDialog(parent),
       m_file(std::move(file)),
-      m_stamp(StampOf(m_file)),
-      m_document(ReadReportFile(m_file)),
       m_form(new SourceForm(this)),
       m_note(new Note(*m_form, this)) {
     setObjectName("sharedSourceDialog");
-    setWindowTitle(tr("Shared Data Source %1").arg(QString::fromStdString(m_file.stem().string())));
+    setWindowTitle(tr("Shared Data Source %1").arg(QString::fromStdString(m_file.Path().stem().string())));
     m_note->setObjectName("note");
-    auto* name = new QLabel(QString::fromStdString(m_file.string()), this);
+    auto* name = new QLabel(QString::fromStdString(m_file.Path().string()), this);
     name->setTextFormat(Qt::PlainText);
     name->setWordWrap(true);
     auto* warning = new QLabel(tr("The change holds for all reports that share the file."), this);
@@ -42,19 +39,14 @@ SharedSourceDialog::SharedSourceDialog(std::filesystem::path file, const std::fi
     layout->addStretch(1);
     layout->addWidget(buttons);
     m_form->SetFolder(folder);
-    m_form->SetSource(TextAt("Extension"), TextAt("ConnectString"));
+    m_form->SetSource(m_file.TextAt(PathOf("Extension")), m_file.TextAt(PathOf("ConnectString")));
     m_shown = Typed();
     resize(sizeHint().expandedTo({fontMetrics().averageCharWidth() * 80, 0}));
 }
 
 // Some files have the properties in the root.
 std::string SharedSourceDialog::PathOf(const char* element) const {
-    const bool isInner = m_document.Find(m_document.Root(), "ConnectionProperties") != NoElement;
-    return (isInner ? "ConnectionProperties/" : "") + std::string(element);
-}
-
-std::string SharedSourceDialog::TextAt(const char* element) const {
-    return m_document.TextAt(m_document.Root(), PathOf(element)).value_or("");
+    return (m_file.Has("ConnectionProperties") ? "ConnectionProperties/" : "") + std::string(element);
 }
 
 std::string SharedSourceDialog::Typed() const {
@@ -68,21 +60,14 @@ void SharedSourceDialog::accept() {
     }
     try {
         const SourceFields fields = m_form->Fields();
-        std::vector<TextChange> changes;
-        if (!SameAscii(Trim(TextAt("Extension")), m_form->Provider())) {
-            changes.push_back({m_document.Root(), PathOf("Extension"), m_form->Provider()});
+        std::vector<SharedFile::Change> changes;
+        if (!SameAscii(Trim(m_file.TextAt(PathOf("Extension"))), m_form->Provider())) {
+            changes.push_back({PathOf("Extension"), m_form->Provider()});
         }
         if (Typed() != m_shown) {
-            changes.push_back({m_document.Root(), PathOf("ConnectString"), Typed()});
+            changes.push_back({PathOf("ConnectString"), Typed()});
         }
-        SetTexts(m_document, changes, "Change");
-        if (m_document.IsModified()) {
-            if (StampOf(m_file) != m_stamp) {
-                m_note->ShowFault(tr("Another program has changed the file; open the dialog again"));
-                return;
-            }
-            WriteReportFile(m_file, m_document.Bytes());
-        }
+        m_file.Write(changes);
         m_logon = fields.keepsLogon ? Logon{} : Logon{fields.user, fields.password};
         QDialog::accept();
     } catch (const RuntimeError& error) {

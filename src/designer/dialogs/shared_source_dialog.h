@@ -5,12 +5,10 @@
 
 #include <QDialog>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "designer/model/logons.h"
-#include "designer/document/document.h"
-#include "designer/model/report_file.h"
+#include "designer/model/shared_file.h"
 
 namespace designer {
 
@@ -30,12 +28,9 @@ class SharedSourceDialog : public QDialog {
 
  private:
     std::string PathOf(const char* element) const;
-    std::string TextAt(const char* element) const;
     std::string Typed() const;
 
-    const std::filesystem::path m_file;
-    const std::optional<FileStamp> m_stamp;  // when the file was read
-    Document m_document;
+    SharedFile m_file;
     SourceForm* m_form;
     Note* m_note;
     Logon m_logon;

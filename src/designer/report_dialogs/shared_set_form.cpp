@@ -11,6 +11,7 @@
 
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/query_run.h"
+#include "designer/report_dialogs/shared_query_dialog.h"
 #include "platform/contracts/runtime.h"
 
 namespace designer {
@@ -43,10 +44,14 @@ SharedSetForm::SharedSetForm(std::filesystem::path folder, QWidget* parent)
     browse->setObjectName("browseSharedSet");
     browse->setAccessibleName(tr("Browse for the shared data set"));
     browse->setAutoDefault(false);
+    auto* change = new QPushButton(tr("Chan&ge the query..."), this);
+    change->setObjectName("changeSharedSet");
+    change->setAutoDefault(false);
     setFocusProxy(m_reference);
     auto* line = new QHBoxLayout;
     line->addWidget(m_reference, 1);
     line->addWidget(browse);
+    line->addWidget(change);
     auto* form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(tr("S&hared data set:"), line);
@@ -64,6 +69,7 @@ SharedSetForm::SharedSetForm(std::filesystem::path folder, QWidget* parent)
         }
     });
     connect(browse, &QPushButton::clicked, this, &SharedSetForm::AskForFile);
+    connect(change, &QPushButton::clicked, this, &SharedSetForm::ChangeQuery);
 }
 
 // The engine looks for the name in the folder of the report.
@@ -75,6 +81,22 @@ void SharedSetForm::AskForFile() {
         SetReference(QFileInfo(file).completeBaseName().toStdString());
         emit Edited();
         emit Chosen();
+    }
+}
+
+// The file is written at once, also if the data set is not changed after all.
+void SharedSetForm::ChangeQuery() {
+    if (!IsComplete()) {
+        return;
+    }
+    try {
+        if (SharedQueryDialog(SharedSetOf(Reference(), m_folder).file, this).exec() == QDialog::Accepted) {
+            emit Chosen();
+        }
+    } catch (const RuntimeError& error) {
+        m_note->ShowError(QString::fromStdString(error.Description()));
+    } catch (const SourceFlaw& flaw) {
+        m_note->ShowError(QString::fromUtf8(flaw.what()));
     }
 }
 

@@ -35,6 +35,7 @@ class SharedSetForm : public QWidget {
 
  private:
     void AskForFile();
+    void ChangeQuery();
 
     const std::filesystem::path m_folder;
     QLineEdit* m_reference;

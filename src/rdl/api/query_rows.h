@@ -59,6 +59,7 @@ SharedSourceText ReadSharedSource(const std::string& reference, const std::files
 struct SharedSetText {
     std::string source, query;           // the query may be an expression
     std::vector<QueryValue> parameters;  // that reports can set, with their defaults
+    std::filesystem::path file;          // where it was found
 };
 // Returns the shared data set of this name or path, as ReadSharedSource.
 SharedSetText ReadSharedSet(const std::string& reference, const std::filesystem::path& folder);

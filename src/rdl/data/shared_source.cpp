@@ -158,6 +158,7 @@ SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<
     shared.dataSet.filters = FiltersOf(*set);
     shared.source.name = shared.dataSet.dataSourceName;
     shared.source.reference = shared.dataSet.dataSourceName;
+    shared.file = file.path;
     return shared;
 }
 

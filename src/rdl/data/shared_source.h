@@ -31,7 +31,8 @@ struct SharedParameter {
 struct SharedDataSet {
     DataSet dataSet;  // query, fields and filters; its data source's name is the reference
     std::vector<SharedParameter> parameters;
-    DataSource source;  // the shared data source of its query
+    DataSource source;      // the shared data source of its query
+    std::string file = {};  // where it was found
 };
 SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders);
 

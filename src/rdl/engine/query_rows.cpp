@@ -68,7 +68,7 @@ SharedSourceText ReadSharedSource(const std::string& reference, const std::files
 SharedSetText ReadSharedSet(const std::string& reference, const std::filesystem::path& folder) {
     return engine::InStage(Stage::Data, [&] {
         const data::SharedDataSet shared = data::ReadSharedDataSet(reference, FoldersOf(folder));
-        SharedSetText text{shared.source.name, shared.dataSet.commandText.source, {}};
+        SharedSetText text{shared.source.name, shared.dataSet.commandText.source, {}, shared.file};
         for (const data::SharedParameter& parameter : shared.parameters) {
             if (!parameter.readOnly) {
                 text.parameters.push_back({parameter.name, parameter.defaultValue.source});

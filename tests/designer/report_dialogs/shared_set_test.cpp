@@ -58,7 +58,7 @@ class SharedSetTest : public testing::Test, protected fakes::FormDriver {
     void Open(const std::string& report) {
         m_model = std::make_unique<DesignModel>(Document(report));
         m_model->SetFile(m_folder / "sales.rdl");
-        m_dialog = std::make_unique<DataSetDialog>(*m_model, m_logons);
+        m_dialog = std::make_unique<DataSetDialog>(*m_model);
         m_dialog->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
     }
@@ -81,7 +81,6 @@ class SharedSetTest : public testing::Test, protected fakes::FormDriver {
 
     const TemporaryFolder m_folder;
     std::unique_ptr<DesignModel> m_model;
-    Logons m_logons;
     std::unique_ptr<QDialog> m_dialog;
 };
 
@@ -148,6 +147,25 @@ TEST_F(SharedSetTest, WhatIsWrongWithTheFileIsSaid) {
     Ok();  // the file may come later
     EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
     EXPECT_THAT(Text(), HasSubstr("<SharedDataSetReference>Nobody</SharedDataSetReference>"));
+}
+
+TEST_F(SharedSetTest, TheQueryOfTheFileIsChanged) {
+    Open(Report(Shared));
+    std::string expected = ReadBytes(m_folder / "People.rsd");
+    expected.replace(expected.find("all of it"), 9, "a.csv &lt; all");
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto& query = *dialog->findChild<QPlainTextEdit*>("sharedQuery");
+        EXPECT_EQ(query.toPlainText(), "all of it");
+        QTest::keyClick(&query, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(&query, "a.csv < all");
+        dialog->accept();
+    });
+    QTest::mouseClick(&The<QPushButton>("changeSharedSet"), Qt::LeftButton);
+    EXPECT_EQ(ReadBytes(m_folder / "People.rsd"), expected);
+    EXPECT_EQ(The<QPlainTextEdit>("query").toPlainText(), "a.csv < all");
+    EXPECT_EQ(m_model->Source().UndoCount(), 0u);
 }
 
 TEST_F(SharedSetTest, AQueryBecomesSharedAndTheOtherWayRound) {

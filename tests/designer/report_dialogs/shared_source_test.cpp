@@ -86,8 +86,7 @@ TEST_F(SharedSourceTest, IsOpenedByTheDialogOfTheSource) {
         "<DataSources><DataSource Name=\"Far\"><DataSourceReference>Far</DataSourceReference></DataSource>"
         "</DataSources><ReportSections/></Report>"));
     model.SetFile(m_folder / "sales.rdl");
-    Logons logons;
-    m_dialog = std::make_unique<DataSourceDialog>(model, logons);
+    m_dialog = std::make_unique<DataSourceDialog>(model);
     m_dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
     bool isOpen = false;

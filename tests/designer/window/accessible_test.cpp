@@ -176,6 +176,9 @@ TEST_P(Accessible, AreDialogsOfSharedFiles) {
     WriteBytes(m_home / "Far.rds",
                "<RptDataSource><ConnectionProperties><Extension>PostgreSQL</Extension><ConnectString>Host=db;"
                "Database=sales</ConnectString></ConnectionProperties></RptDataSource>");
+    WriteBytes(m_home / "People.rsd",
+               "<SharedDataSet><DataSet Name=\"\"><Query><DataSourceReference>Far</DataSourceReference>"
+               "<CommandText>select 1</CommandText></Query></DataSet></SharedDataSet>");
     fakes::WhileModal<QDialog>([&] { Find<QAction>("reportDataSource").trigger(); },
                                [&](QDialog& dialog) {
                                    dialog.findChild<QCheckBox*>("isShared")->setChecked(true);
@@ -188,7 +191,11 @@ TEST_P(Accessible, AreDialogsOfSharedFiles) {
     fakes::WhileModal<QDialog>([&] { Find<QAction>("reportDataSet").trigger(); },
                                [](QDialog& dialog) {
                                    dialog.findChild<QCheckBox*>("isShared")->setChecked(true);
+                                   dialog.findChild<QLineEdit*>("sharedSet")->setText("People");
                                    ExpectNoFaults(dialog, "shared data set");
+                                   fakes::WhileModal<QDialog>(
+                                       [&] { dialog.findChild<QPushButton*>("changeSharedSet")->click(); },
+                                       [](QDialog& file) { ExpectNoFaults(file, "file of a data set"); });
                                });
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Parts of a text with a look of their own: what is marked while a text is typed, and the runs in the
 // outline.
+#include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTextEdit>
 #include <QTreeWidget>
@@ -104,6 +106,26 @@ TEST_F(TextParts, KeysOfTheMenuChangeWhatIsMarked) {
     Settle();
     EXPECT_EQ(m_window->findChild<QTextEdit*>("txtInPlace"), nullptr);
     EXPECT_EQ(Text("T", "Paragraphs/Paragraph/Style/TextAlign"), "-");
+}
+
+TEST_F(TextParts, TheMenuIsUsedByMouseAndByKeys) {
+    Mark(Open(), 8, 10);
+    auto& menu = Find<QMenu>("menuFormat");
+    QMenuBar& bar = *m_window->menuBar();
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(menu.menuAction()).center());
+    Settle();
+    ASSERT_TRUE(menu.isVisible());
+    QTest::mouseClick(&menu, Qt::LeftButton, {},
+                      menu.actionGeometry(&Find<QAction>("formatLarger")).center());
+    Settle();
+    EXPECT_EQ(Runs(), "Dear {}" + std::string(Rest) + "{}he{FontSize:11pt;}llo{}");
+    EXPECT_EQ(Marked(Typed()), "he");
+    QTest::keyClick(&Typed(), Qt::Key_O, Qt::AltModifier);
+    Settle();
+    ASSERT_TRUE(menu.isVisible());
+    QTest::keyClick(&menu, Qt::Key_G);  // Larger Text
+    Settle();
+    EXPECT_EQ(Runs(), "Dear {}" + std::string(Rest) + "{}he{FontSize:12pt;}llo{}");
 }
 
 TEST_F(TextParts, TypingGoesOnWhereItWas) {
