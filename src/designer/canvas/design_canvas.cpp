@@ -3,6 +3,7 @@
 // mouse in canvas_mouse.cpp and canvas_drag.cpp, the keys in canvas_keys.cpp.
 #include "designer/canvas/design_canvas.h"
 
+#include <QEvent>
 #include <QScrollBar>
 #include <algorithm>
 #include <array>

@@ -25,6 +25,7 @@ namespace {
 
 std::vector<std::string> NamesOf(const std::vector<ReportSource>& sources) {
     std::vector<std::string> names;
+    names.reserve(sources.size());
     for (const ReportSource& source : sources) {
         names.push_back(source.name);
     }

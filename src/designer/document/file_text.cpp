@@ -13,7 +13,6 @@ namespace designer {
 namespace {
 
 constexpr std::size_t LongestDeclaration = 1024;
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 struct Beginning {
     std::string_view bytes;

@@ -8,6 +8,9 @@
 
 namespace designer {
 
+// The byte order mark of UTF-8.
+inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
 // How a file writes its characters.
 struct FileEncoding {
     std::string name = "UTF-8";  // as Qt or the declaration of the file has it

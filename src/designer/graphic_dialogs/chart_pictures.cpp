@@ -46,12 +46,12 @@ Document SampleReport() {
     std::string charts;
     int number = 0;
     for (const ChartType& type : ChartTypes()) {
+        const int row = number / Columns, column = number % Columns;
         InsertXml(document, items,
                   "<Chart Name=\"Chart" + std::to_string(number) + "\">" +
-                      NewChartContent(document, SampleOf(type)) + "<Top>" +
-                      Points(number / Columns * Height) + "</Top><Left>" + Points(number % Columns * Width) +
-                      "</Left><Height>" + Points(Height) + "</Height><Width>" + Points(Width) +
-                      "</Width><Style /></Chart>");
+                      NewChartContent(document, SampleOf(type)) + "<Top>" + Points(row * Height) +
+                      "</Top><Left>" + Points(column * Width) + "</Left><Height>" + Points(Height) +
+                      "</Height><Width>" + Points(Width) + "</Width><Style /></Chart>");
         ++number;
     }
     return document;
@@ -74,7 +74,8 @@ std::vector<QPixmap> Draw(double ratio) {
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         painter.setClipRect(QRectF(0, 0, Width, Height));
         const auto place = static_cast<int>(number);
-        painter.translate(-(place % Columns) * Width, -(place / Columns) * Height);
+        const int row = place / Columns, column = place % Columns;
+        painter.translate(-column * Width, -row * Height);
         picture.PaintBand(body, painter);
         painter.end();
         pictures.push_back(one);

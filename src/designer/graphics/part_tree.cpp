@@ -107,7 +107,7 @@ std::string TitleOf(const Document& document, ElementId id, const std::string& e
 std::string MarkOf(const Document& document, ElementId id) {
     for (const char* path : {"Caption", "Group/GroupExpressions/GroupExpression", "Label", "Text", "Name",
                              "GaugeInputValue/Value", "StartValue/Value"}) {
-        const std::string text(Trim(document.TextAt(id, path).value_or("")));
+        std::string text(Trim(document.TextAt(id, path).value_or("")));
         if (!text.empty()) {
             return text;
         }

@@ -208,18 +208,18 @@ void FormatMenu::SetBordersAround(Document& document) const {
 
 // Returns why the selection does not allow it; empty if it does.
 QString FormatMenu::ReasonAgainst(Needs needs, const SelectionValues& values) const {
+    const bool isItem = !values.Ids().empty() && m_model.Item(values.Ids().front());
     switch (needs) {
         case Needs::Element:
             return !values.Ids().empty() ? QString() : tr("Select an item");
         case Needs::Item:
-            return !values.Ids().empty() && m_model.Item(values.Ids().front()) ? QString()
-                                                                               : tr("Select an item");
+            return isItem ? QString() : tr("Select an item");
         case Needs::Text:
             return values.Find("Font weight") ? QString() : tr("Select a text box");
         case Needs::Fill:
             return values.Find("Background colour") ? QString() : tr("Select an item with a background");
         case Needs::Border:
-            return values.Find("Border style") ? QString() : tr("Select an item with a border");
+            return isItem && values.Find("Border style") ? QString() : tr("Select an item with a border");
         case Needs::Group:
             return ReasonAgainstGroup(m_model);
         case Needs::Region:
@@ -232,10 +232,10 @@ void FormatMenu::ShowCommands(const QString& off) {
     const bool designs = off.isEmpty();
     const SelectionValues values(m_model, designs ? Ids() : std::vector<ElementId>{});
     for (const Entry& entry : m_entries) {
-        const bool hasProperty = entry.property.empty() || values.Find(entry.property);
-        const QString reason = !designs      ? off
-                               : hasProperty ? ReasonAgainst(entry.needs, values)
-                                             : tr("The selection has no such property");
+        QString reason = designs ? ReasonAgainst(entry.needs, values) : off;
+        if (reason.isEmpty() && !entry.property.empty() && !values.Find(entry.property)) {
+            reason = tr("The selection has no such property");
+        }
         ShowReason(*entry.action, reason);
         if (!entry.property.empty()) {
             const PropertyValue value = values.ValueOf(entry.property);

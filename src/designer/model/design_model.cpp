@@ -19,9 +19,9 @@ const ReportItem* TextBoxAround(const DesignModel& model, const std::vector<Elem
     const Document& document = model.Source();
     const ReportItem* box = nullptr;
     for (const ElementId id : ids) {
-        const std::string name = document.Name(id);
+        const std::string name = document.Has(id) ? document.Name(id) : std::string();
         if (name != "TextRun" && name != "Paragraph") {
-            return nullptr;
+            return nullptr;  // also a body that is not there yet
         }
         ElementId around = document.Parent(id);
         while (around != NoElement && !model.Item(around)) {

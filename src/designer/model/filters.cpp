@@ -46,6 +46,7 @@ std::vector<RowFilter> FiltersOf(const Document& document, ElementId owner) {
 void PutFilters(Document& document, ElementId owner, const std::vector<RowFilter>& filters) {
     const std::vector<RowFilter> old = FiltersOf(document, owner);
     std::vector<int> places;
+    places.reserve(filters.size());
     for (const RowFilter& filter : filters) {
         places.push_back(filter.place);
     }

@@ -45,6 +45,7 @@ constexpr Form Forms[] = {
 void PutParameters(Document& document, ElementId item, const std::string& path,
                    const std::vector<LinkParameter>& parameters, const std::vector<LinkParameter>& old) {
     std::vector<int> places;
+    places.reserve(parameters.size());
     for (const LinkParameter& parameter : parameters) {
         places.push_back(parameter.place);
     }

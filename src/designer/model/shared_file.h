@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "designer/document/document.h"
-#include "designer/model/report_file.h"
+#include "designer/document/report_file.h"
 
 namespace designer {
 

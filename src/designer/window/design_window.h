@@ -10,10 +10,10 @@
 #include <optional>
 
 #include "designer/canvas/design_canvas.h"
+#include "designer/document/report_file.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
 #include "designer/model/report_data.h"
-#include "designer/model/report_file.h"
 #include "designer/panes/property_rows.h"
 #include "designer/window/file_claim.h"
 #include "designer/window/recovery.h"

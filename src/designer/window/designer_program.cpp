@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "designer/model/report_file.h"
+#include "designer/document/report_file.h"
 #include "designer/window/recovery.h"
 
 namespace designer {

@@ -5,8 +5,8 @@
 #include <QWidget>
 #include <string>
 
+#include "designer/document/report_file.h"
 #include "designer/document/source_tree.h"
-#include "designer/model/report_file.h"
 
 class QLabel;
 class QPlainTextEdit;

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "answered_box.h"
-#include "designer/model/report_file.h"
+#include "designer/document/report_file.h"
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"

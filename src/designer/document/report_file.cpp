@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/model/report_file.h"
+#include "designer/document/report_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,6 +12,7 @@
 #include <cstring>
 #include <system_error>
 
+#include "designer/document/file_text.h"
 #include "designer/document/source_tree.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
@@ -20,8 +21,6 @@
 
 namespace designer {
 namespace {
-
-constexpr std::string_view Utf8Mark = "\xef\xbb\xbf";
 
 // The new bytes are there before what is left of longer old ones goes.
 void WriteInPlace(const std::filesystem::path& file, std::string_view bytes) {
