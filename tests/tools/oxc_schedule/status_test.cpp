@@ -55,10 +55,10 @@ TEST_F(Status, PollInTheFutureCountsAsOneThatLongAgo) {
     EXPECT_EQ(Code(), 2);
     EXPECT_THAT(Run("status").output,
                 testing::ContainsRegex(
-                    "^Last poll: (699|700) seconds in the future; the clock has been set back, and "
+                    "^Last poll: (69[0-9]|700) seconds in the future; the clock has been set back, and "
                     "no poll has ended since.\n"));
     EXPECT_THAT(Run("status --prometheus").output,
-                testing::ContainsRegex("oxc_last_poll_age_seconds (699|700)\n"));
+                testing::ContainsRegex("oxc_last_poll_age_seconds (69[0-9]|700)\n"));
 }
 
 TEST_F(Status, FailureInTheFutureIsNoneOfTheLastHours) {
