@@ -205,7 +205,7 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
         RemoveAt(document, id, source.isShared ? "ConnectionProperties" : "DataSourceReference");
     }
     if (source.isShared) {
-        SetText(document, id, "DataSourceReference", source.reference);
+        SetIfOther(document, id, "DataSourceReference", source.reference, old.empty() || !wasShared);
         return;
     }
     // The same provider in other capitals stays as it is written.

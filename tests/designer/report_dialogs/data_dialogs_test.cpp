@@ -41,6 +41,29 @@ TEST_F(DataDialogsTest, OkWithoutAChangeChangesNothing) {
     EXPECT_EQ(Report().UndoCount(), 0U);
 }
 
+TEST_F(DataDialogsTest, AConnectStringThatNobodyChangesStaysAsItIsWritten) {
+    for (const char* written :
+         {"Data Source=sales.db;", " data source = 'sales.db' ", "Data Source=./sales.db",
+          "Data Source=sales.db;\n  Version=3;", "=&quot;Data Source=&quot; &amp; 1"}) {
+        std::string text = Sales;
+        const std::string old = "SQLITE</DataProvider>\n        <ConnectString>Data Source=sales.db<";
+        text.replace(text.find(old), old.size(),
+                     " sqlite </DataProvider>\n        <ConnectString>" + std::string(written) + "<");
+        m_model.SetDocument(Document(text));
+        Open<DataSourceDialog>();
+        Ok();
+        EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << written;
+        EXPECT_EQ(Report().Text(), text);
+        EXPECT_EQ(Report().UndoCount(), 0U) << written;
+        Open<DataSourceDialog>();
+        Type("name", "Shop");
+        Ok();
+        EXPECT_THAT(Report().Text(), HasSubstr("<ConnectString>" + std::string(written) + "<"));
+        EXPECT_THAT(Report().Text(), HasSubstr("<DataSource Name=\"Shop\">"));
+        EXPECT_THAT(Report().Text(), HasSubstr("<DataProvider> sqlite <"));
+    }
+}
+
 TEST_F(DataDialogsTest, ASourceIsChangedInOneStep) {
     Open<DataSourceDialog>();
     Type("name", "Shop");
