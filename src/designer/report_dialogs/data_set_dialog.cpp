@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -170,6 +171,20 @@ void DataSetDialog::Connect() {
         Lock();
     });
     connect(m_filters, &FilterList::Edited, this, &DataSetDialog::Lock);
+    for (const auto key : {QKeySequence(Qt::Key_F5), QKeySequence(Qt::CTRL | Qt::Key_Return),
+                           QKeySequence(Qt::CTRL | Qt::Key_Enter)}) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, &DataSetDialog::RunQuery);
+    }
+}
+
+// The keys work on all pages; the rows are on the first one. A value that is being typed is taken before.
+void DataSetDialog::RunQuery() {
+    TakeParameters();
+    if (m_tabs->currentIndex() != 0) {
+        m_tabs->setCurrentIndex(0);
+        m_query->setFocus();
+    }
+    m_query->RunAgain();
 }
 
 void DataSetDialog::Lock() {

@@ -48,6 +48,7 @@ class DataSetDialog : public QDialog {
     void ShowShared(rdl::QueryRequest request);
     void ShowRun();
     void TakeParameters();
+    void RunQuery();
     void Lock();
     bool TakeFields(ReportSet& set);
     bool HasSource();
