@@ -250,11 +250,13 @@ std::vector<ReportField> FieldsFor(const std::vector<ReportColumn>& columns,
     std::vector<ReportField> fields;
     for (const ReportColumn& column : columns) {
         const auto known = fieldOf(column.name);
-        fields.push_back(known != old.end() ? *known
-                                            : ReportField{.name = names.Add(column.name),
-                                                          .column = column.name,
-                                                          .value = {},
-                                                          .typeName = column.typeName});
+        ReportField& field = fields.emplace_back(
+            known != old.end()
+                ? *known
+                : ReportField{.name = names.Add(column.name), .column = column.name, .value = {}});
+        if (Trim(field.typeName).empty()) {
+            field.typeName = column.typeName;
+        }
     }
     fields.insert(fields.end(), computed.begin(), computed.end());
     return fields;

@@ -180,7 +180,7 @@ TEST_F(DataDialogsTest, TheQueryIsRunAndItsColumnsAreFields) {
     const ReportSet set = SetsOf(Report())[0];
     EXPECT_EQ(set.query, "select id, amount from orders");
     EXPECT_THAT(set.fields,
-                ElementsAre(ReportField{.name = "Number", .column = "id"},
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"},
                             ReportField{.name = "amount", .column = "amount", .typeName = "System.Decimal"}));
     EXPECT_EQ(Report().UndoName(), "Change Data Set Orders");
     EXPECT_EQ(Report().UndoCount(), 1U);
@@ -203,7 +203,8 @@ TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     EXPECT_FALSE(m_dialog->isVisible());
     const ReportSet set = SetsOf(Report())[0];
     EXPECT_EQ(set.query, "select id from orders where dya = 1");
-    EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"}));
+    EXPECT_THAT(set.fields,
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"}));
 }
 
 TEST_F(DataDialogsTest, OfManyRowsTheFirstHundredAreShown) {
@@ -251,6 +252,7 @@ TEST_F(DataDialogsTest, ParametersComputedFieldsAndFiltersAreAddedInOneStep) {
       <Fields>
         <Field Name="Number">
           <DataField>id</DataField>
+          <rd:TypeName>System.Int64</rd:TypeName>
         </Field>
         <Field Name="Twice">
           <Value>=2 * Fields!Number.Value</Value>

@@ -40,7 +40,7 @@ TEST_F(QueryParametersTest, AParameterOfTheQueryHasAValueForATest) {
     EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
                 ElementsAre(QueryParameter{0, "@Day", "=Parameters!Day.Value"}));
     EXPECT_THAT(SetsOf(Report())[0].fields,
-                ElementsAre(ReportField{.name = "Number", .column = "id"},
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"},
                             ReportField{.name = "day", .column = "day", .typeName = "System.DateTime"}));
     EXPECT_EQ(Report().Text().find("2025-03-02"), std::string::npos);
 }
