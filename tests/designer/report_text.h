@@ -88,7 +88,8 @@ inline std::string ReportText(const std::string& sources, const std::string& set
                               const std::string& sections = "  <ReportSections/>\n",
                               const std::string& more = {}) {
     return "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition\" "
-           "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n"
+           "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+           "xmlns:rd=\"http://schemas.microsoft.com/SQLServer/reporting/reportdesigner\">\n"
            "  <DataSources>\n" +
            sources + "  </DataSources>\n  <DataSets>\n" + sets + "  </DataSets>\n" + sections + more +
            "</Report>\n";

@@ -197,27 +197,40 @@ void DataSourceDialog::ShowSource() {
             m_form->SetLogon(logon->second.user, logon->second.password);
         }
     }
+    m_old = found == sources.end() ? ReportSource() : *found;
+    m_shown = Typed();
     m_isShowing = false;
+}
+
+// The source without its name.
+ReportSource DataSourceDialog::Typed() const {
+    if (m_isShared->isChecked()) {
+        return {.name = {}, .isShared = true, .reference = m_reference->text().trimmed().toStdString()};
+    }
+    return {.name = {},
+            .provider = m_form->Provider(),
+            .connectString = ConnectStringOf(m_form->Kind(), m_form->Fields())};
 }
 
 void DataSourceDialog::Choose(const std::string& name) {
     m_part->Choose(name);
 }
 
+// What nobody has changed stays as it is written.
 void DataSourceDialog::accept() {
     const bool isShared = m_isShared->isChecked();
     if (!m_part->IsComplete() || !(isShared ? IsSharedComplete() : m_form->IsComplete())) {
         return;
     }
     const SourceFields fields = isShared ? SourceFields() : m_form->Fields();
-    ReportSource source{.name = m_part->Name(), .isShared = isShared};
-    if (isShared) {
-        source.reference = m_reference->text().trimmed().toStdString();
-    } else {
-        source.provider = m_form->Provider();
-        source.connectString = ConnectStringOf(m_form->Kind(), fields);
-    }
     const std::string old = m_part->Old();
+    ReportSource source = Typed();
+    if (!old.empty() && source == m_shown) {
+        source = m_old;
+    } else if (!old.empty() && source.provider == m_shown.provider) {
+        source.provider = m_old.provider;
+    }
+    source.name = m_part->Name();
     const std::vector<ReportSource> sources = SourcesOf(m_model.Source());
     // One that was typed for the shared file stays.
     const bool staysShared =

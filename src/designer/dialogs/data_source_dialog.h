@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include "designer/model/design_model.h"
+#include "designer/model/report_data.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -35,6 +36,7 @@ class DataSourceDialog : public QDialog {
     void TestShared();
     void ChangeShared();
     bool IsSharedComplete();
+    ReportSource Typed() const;
     void Lock();
 
     DesignModel& m_model;
@@ -44,6 +46,8 @@ class DataSourceDialog : public QDialog {
     QWidget* m_shared = nullptr;
     QLineEdit* m_reference = nullptr;
     Note *m_referenceNote = nullptr, *m_result = nullptr;
+    // What is shown, as it is in the report, and as the controls say it before anybody has changed them.
+    ReportSource m_old, m_shown;
     bool m_isShowing = false;
 };
 

@@ -97,10 +97,7 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
             emit Edited();
         }
     });
-    connect(m_run, &QPushButton::clicked, this, [this] {
-        m_rows.reset();
-        Run();
-    });
+    connect(m_run, &QPushButton::clicked, this, &QueryForm::RunAgain);
 }
 
 void QueryForm::SetSource(const SourceKind& kind, const rdl::QueryRequest& request) {
@@ -113,6 +110,7 @@ void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& reque
                           bool canRun) {
     m_kind = &kind;
     m_request = request;
+    m_canRun = canRun;
     const bool isShared = IsShared();
     m_query->setReadOnly(isShared);
     SetQuery(query);
@@ -234,7 +232,7 @@ bool QueryForm::Run() {
         m_rows = RunQuery(request);
     } catch (const RuntimeError& error) {
         ForgetRows();
-        ShowError(QString::fromStdString(error.Description()));
+        ShowError(FaultOfQuery(QString::fromStdString(error.Description())));
         return false;
     }
     m_table->ShowRows(*m_rows);
@@ -250,6 +248,25 @@ bool QueryForm::Run() {
     return true;
 }
 
+// Some databases have variables that are written like parameters: only a query that fails is judged.
+QString QueryForm::FaultOfQuery(const QString& fault) const {
+    QStringList names;
+    for (const std::string& name : m_takesParameters ? std::vector<std::string>() : ParametersAskedFor()) {
+        names.append(QString::fromStdString(name));
+    }
+    return names.isEmpty() ? fault
+                           : tr("The wizard's query cannot have parameters (%1): put a value in its place "
+                                "now, and add the parameter later in Report, Data Set")
+                                 .arg(names.join(", "));
+}
+
+void QueryForm::RunAgain() {
+    if (m_canRun && isEnabled()) {
+        m_rows.reset();
+        Run();
+    }
+}
+
 void QueryForm::ShowError(const QString& text) {
     m_note->ShowError(text);
 }
@@ -257,8 +274,7 @@ void QueryForm::ShowError(const QString& text) {
 void QueryForm::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_F5 || (isEnter && (event->modifiers() & Qt::ControlModifier))) {
-        m_rows.reset();
-        Run();
+        RunAgain();
     } else if (!isEnter || !m_tableList->hasFocus()) {  // Enter picks a table, and does not leave the page
         QWidget::keyPressEvent(event);
     }

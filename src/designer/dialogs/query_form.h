@@ -25,6 +25,8 @@ class QueryForm : public QWidget {
  public:
     explicit QueryForm(QWidget* parent = nullptr);
 
+    // The query has no parameters: one that fails for them says so.
+    void HasNoParameters() { m_takesParameters = false; }
     // Shows the tables of a source. The query stays if it is of the same source.
     void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
     // Shows a query of a source, or that of a shared data set, which is not changed here. If `canRun` is
@@ -42,6 +44,8 @@ class QueryForm : public QWidget {
 
     // Runs the query unless its rows are shown already. Returns false after a message below the query.
     bool Run();
+    // Runs the query also if its rows are shown; nothing if there is none that can be run.
+    void RunAgain();
     // The rows of Run; null before.
     const rdl::QueryRows* Rows() const { return m_rows ? &*m_rows : nullptr; }
     void ShowError(const QString& text);
@@ -61,11 +65,13 @@ class QueryForm : public QWidget {
     void ListTables(bool hasTables);
     void TakeTable(int row, bool always);
     void ForgetRows();
+    QString FaultOfQuery(const QString& fault) const;
 
     const SourceKind* m_kind = nullptr;
     rdl::QueryRequest m_request;
     std::vector<TableName> m_tables;
     std::optional<rdl::QueryRows> m_rows;
+    bool m_canRun = false, m_takesParameters = true;
     std::string m_lastQuery;
     std::string m_ownQuery, m_ownTable;  // the query that was made from a table
     QWidget* m_tableSide = nullptr;

@@ -234,6 +234,19 @@ void RowTable::ShowButtons() {
                                  [](const RowColumn& one) { return one.takesExpressions; }));
 }
 
+// The key is the table's: it must not close the dialog around it. In an editor it only ends the typing.
+void RowTable::GoOn() {
+    const int row = m_table->currentRow(), column = m_table->currentColumn();
+    if (!m_table->hasFocus() || row < 0) {
+        return;
+    }
+    if (column + 1 < m_table->columnCount()) {
+        m_table->setCurrentCell(row, column + 1);
+    } else if (row + 1 < m_table->rowCount()) {
+        m_table->setCurrentCell(row + 1, 0);
+    }
+}
+
 bool RowTable::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) {
         return QWidget::eventFilter(watched, event);
@@ -247,7 +260,9 @@ bool RowTable::eventFilter(QObject* watched, QEvent* event) {
                 {Qt::Key_Delete, Qt::ControlModifier, &RowTable::RemoveRow},
                 {Qt::Key_Up, Qt::AltModifier, &RowTable::MoveUp},
                 {Qt::Key_Down, Qt::AltModifier, &RowTable::MoveDown},
-                {Qt::Key_E, Qt::ControlModifier, &RowTable::AskForCell}};
+                {Qt::Key_E, Qt::ControlModifier, &RowTable::AskForCell},
+                {Qt::Key_Return, Qt::NoModifier, &RowTable::GoOn},
+                {Qt::Key_Enter, Qt::NoModifier, &RowTable::GoOn}};
     for (const auto& one : keys) {
         if (key.key() == one.key && (key.modifiers() & ~Qt::KeypadModifier) == one.modifiers) {
             (this->*one.work)();

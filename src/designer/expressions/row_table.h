@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A table whose rows the user adds, changes in place, removes and orders, by mouse or keys: Insert adds one,
-// Ctrl+Delete removes one, Alt+Up and Alt+Down move it, Ctrl+E opens the dialog for expressions.
+// Ctrl+Delete removes one, Alt+Up and Alt+Down move it, Ctrl+E opens the dialog for expressions,
+// Enter goes to the next cell.
 #pragma once
 
 #include <QStringList>
@@ -72,6 +73,7 @@ class RowTable : public QWidget {
     void MoveDown() { MoveRow(1); }
     void MoveRow(int step);
     void AskForCell();
+    void GoOn();
     void ShowButtons();
 
     const DesignModel& m_model;

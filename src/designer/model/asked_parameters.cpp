@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/model/asked_parameters.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "designer/model/report_parameters.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 
@@ -46,6 +48,13 @@ std::vector<AskedChoice> ChoicesOf(const Document& document, ElementId parameter
     return choices;
 }
 
+bool HasNullDefault(const Document& document, ElementId id) {
+    const std::vector<ElementId> values = ChildrenNamed(document, id, "DefaultValue/Values", "Value");
+    return !values.empty() && std::all_of(values.begin(), values.end(), [&](ElementId value) {
+        return SameAscii(Trim(ParameterValueText(document, value)), "=Nothing");
+    });
+}
+
 AskedParameter AskedParameterOf(const Document& document, ElementId id) {
     const auto text = [&](const char* path) { return document.TextAt(id, path).value_or(""); };
     return {.name = document.Attribute(id, "Name").value_or(""),
@@ -55,6 +64,7 @@ AskedParameter AskedParameterOf(const Document& document, ElementId id) {
             .mayBeBlank = IsTrue(document, id, "AllowBlank"),
             .takesSeveral = IsTrue(document, id, "MultiValue"),
             .hasDefault = document.Find(id, "DefaultValue") != NoElement,
+            .isNullDefault = HasNullDefault(document, id),
             .choices = ChoicesOf(document, id),
             .choiceSet = text("ValidValues/DataSetReference/DataSetName"),
             .valueField = text("ValidValues/DataSetReference/ValueField"),

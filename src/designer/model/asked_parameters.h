@@ -20,7 +20,8 @@ struct AskedParameter {
     std::string name, prompt;
     Kind kind = Kind::String;
     bool mayBeNull = false, mayBeBlank = false, takesSeveral = false;
-    bool hasDefault = false;  // constants, expressions, or the rows of a query
+    bool hasDefault = false;     // constants, expressions, or the rows of a query
+    bool isNullDefault = false;  // which is Null, and nothing else
     // The allowed values that the file has as constants: all of them, or none.
     std::vector<AskedChoice> choices = {};
     // Or the data set that gives them, and its fields; empty if none does. Without a label field the values

@@ -205,7 +205,7 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
         RemoveAt(document, id, source.isShared ? "ConnectionProperties" : "DataSourceReference");
     }
     if (source.isShared) {
-        SetText(document, id, "DataSourceReference", source.reference);
+        SetIfOther(document, id, "DataSourceReference", source.reference, old.empty() || !wasShared);
         return;
     }
     // The same provider in other capitals stays as it is written.
@@ -250,11 +250,13 @@ std::vector<ReportField> FieldsFor(const std::vector<ReportColumn>& columns,
     std::vector<ReportField> fields;
     for (const ReportColumn& column : columns) {
         const auto known = fieldOf(column.name);
-        fields.push_back(known != old.end() ? *known
-                                            : ReportField{.name = names.Add(column.name),
-                                                          .column = column.name,
-                                                          .value = {},
-                                                          .typeName = column.typeName});
+        ReportField& field = fields.emplace_back(
+            known != old.end()
+                ? *known
+                : ReportField{.name = names.Add(column.name), .column = column.name, .value = {}});
+        if (Trim(field.typeName).empty()) {
+            field.typeName = column.typeName;
+        }
     }
     fields.insert(fields.end(), computed.begin(), computed.end());
     return fields;

@@ -41,7 +41,8 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
 void PutSet(Document& document, const std::string& old, const ReportSet& set);
 
 // Returns the fields for the columns of a query: those of `old` where they have a field already, without
-// regard to case, and new ones for the others; then the computed fields of `old`.
+// regard to case, and new ones for the others; then the computed fields of `old`. A field without a type gets
+// that of its column; one that has a type keeps it.
 std::vector<ReportField> FieldsFor(const std::vector<ReportColumn>& columns,
                                    const std::vector<ReportField>& old);
 

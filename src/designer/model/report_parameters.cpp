@@ -54,10 +54,6 @@ std::string NullMark(const Document& document, ElementId id) {
     return {};
 }
 
-std::string ValueText(const Document& document, ElementId id) {
-    return NullMark(document, id).empty() ? TextOf(document, id, "") : "=Nothing";
-}
-
 SetValues SetValuesOf(const Document& document, ElementId id, const std::string& owner) {
     const std::string path = owner + "/DataSetReference/";
     return {TextOf(document, id, path + "DataSetName"), TextOf(document, id, path + "ValueField"),
@@ -90,7 +86,7 @@ ReportParameter ParameterOf(const Document& document, ElementId id) {
     parameter.isHidden = FlagOf(document, id, "Hidden");
     for (const ElementId value : ChildrenNamed(document, id, Defaults, "Value")) {
         parameter.defaults.push_back(
-            {static_cast<int>(parameter.defaults.size()), ValueText(document, value)});
+            {static_cast<int>(parameter.defaults.size()), ParameterValueText(document, value)});
     }
     for (const ElementId value : ChildrenNamed(document, id, Valid, "ParameterValue")) {
         parameter.valid.push_back({static_cast<int>(parameter.valid.size()), TextOf(document, value, "Value"),
@@ -267,6 +263,10 @@ std::span<const std::string_view> ParameterTypes() {
 
 bool HasMultipleValues(const Document& document) {
     return document.Tree().SpaceOf(0).find("/2003/") == std::string::npos;
+}
+
+std::string ParameterValueText(const Document& document, ElementId id) {
+    return NullMark(document, id).empty() ? TextOf(document, id, "") : "=Nothing";
 }
 
 std::vector<ReportParameter> ReportParametersOf(const Document& document) {

@@ -46,6 +46,9 @@ bool HasMultipleValues(const Document& document);
 
 std::vector<ReportParameter> ReportParametersOf(const Document& document);
 
+// Returns what a Value element of a default says: =Nothing if it is Null.
+std::string ParameterValueText(const Document& document, ElementId id);
+
 // Makes these the parameters of the report. What has not changed is not touched; expressions follow the
 // names. A layout of the parameters that the file has (MS-RDL, ReportParametersLayout) loses the cells of
 // those that go, and gets one for each that comes. Edits of the step that is open. Raises EditError for a

@@ -209,6 +209,11 @@ std::vector<ReportColumn> ColumnsOf(const rdl::QueryRows& rows) {
         column.name = rows.columns[index];
         column.field = fields.Add(column.name);
         TakeKind(traits, column);
+        column.isTypeKnown = traits.any;
+        if (!traits.any && index < rows.types.size() && !rows.types[index].empty()) {
+            column.typeName = rows.types[index];
+            column.isTypeKnown = true;
+        }
         Measure(rows, index, column);
     }
     if (columns.empty()) {

@@ -22,9 +22,10 @@ enum class ColumnKind {
 };
 
 struct ReportColumn {
-    std::string name;      // in the query
-    std::string field;     // in the report: an identifier, different from all others
-    std::string typeName;  // System.Int64 ...
+    std::string name;          // in the query
+    std::string field;         // in the report: an identifier, different from all others
+    std::string typeName;      // System.Int64 ...
+    bool isTypeKnown = false;  // from a value, or as the data source declares it
     ColumnKind kind = ColumnKind::Text;
     int decimals = 0;           // Number: 2, or of values below 10 as many as they have, up to 6
     double widest = 0;          // value, in parts of the font size

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -154,7 +155,11 @@ void DataSetDialog::Connect() {
     });
     connect(m_shared, &SharedSetForm::Edited, this, &DataSetDialog::Lock);
     connect(m_shared, &SharedSetForm::Chosen, this, &DataSetDialog::ShowSource);
-    connect(m_query, &QueryForm::Edited, this, &DataSetDialog::Lock);
+    connect(m_query, &QueryForm::Edited, this, [this] {
+        m_types.clear();
+        Lock();
+    });
+    connect(m_query, &QueryForm::Ran, this, &DataSetDialog::KeepTypes);
     connect(m_seconds, &QSpinBox::valueChanged, this, &DataSetDialog::Lock);
     connect(m_type, &QComboBox::currentIndexChanged, this, [this] {
         Lock();
@@ -170,6 +175,20 @@ void DataSetDialog::Connect() {
         Lock();
     });
     connect(m_filters, &FilterList::Edited, this, &DataSetDialog::Lock);
+    for (const auto key : {QKeySequence(Qt::Key_F5), QKeySequence(Qt::CTRL | Qt::Key_Return),
+                           QKeySequence(Qt::CTRL | Qt::Key_Enter)}) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, &DataSetDialog::RunQuery);
+    }
+}
+
+// The keys work on all pages; the rows are on the first one. A value that is being typed is taken before.
+void DataSetDialog::RunQuery() {
+    TakeParameters();
+    if (m_tabs->currentIndex() != 0) {
+        m_tabs->setCurrentIndex(0);
+        m_query->setFocus();
+    }
+    m_query->RunAgain();
 }
 
 void DataSetDialog::Lock() {
@@ -287,6 +306,31 @@ void DataSetDialog::PutTrial(Document& copy, const QueryDetails& details,
     PutQueryDetails(copy, set.name, details);
 }
 
+void DataSetDialog::KeepTypes() {
+    try {
+        for (const ReportColumn& column : ColumnsOf(*m_query->Rows())) {
+            if (m_query->Rows()->RowCount() > 0 && column.isTypeKnown) {
+                m_types[column.name] = column.typeName;
+            }
+        }
+    } catch (const RuntimeError&) {  // OK says what is wrong with the columns
+        m_types.clear();
+    }
+}
+
+// A run without values for the parameters may have no rows: what one before it has shown still counts.
+void DataSetDialog::TakeTypes(std::vector<ReportColumn>& columns) const {
+    const bool hasRows = m_query->Rows()->RowCount() > 0;
+    for (ReportColumn& column : columns) {
+        const auto kept = m_types.find(column.name);
+        if (kept != m_types.end() && !(hasRows && column.isTypeKnown)) {
+            column.typeName = kept->second;
+        } else if (!column.isTypeKnown) {
+            column.typeName.clear();
+        }
+    }
+}
+
 bool DataSetDialog::TakeFields(ReportSet& set) {
     if (!m_query->Run()) {
         m_tabs->setCurrentIndex(0);
@@ -294,11 +338,7 @@ bool DataSetDialog::TakeFields(ReportSet& set) {
     }
     try {
         std::vector<ReportColumn> columns = ColumnsOf(*m_query->Rows());
-        for (ReportColumn& column : columns) {
-            if (m_query->Rows()->RowCount() == 0) {
-                column.typeName.clear();  // nobody knows it
-            }
-        }
+        TakeTypes(columns);
         set.fields = FieldsFor(columns, set.fields);
         return true;
     } catch (const RuntimeError& error) {

@@ -5,6 +5,9 @@
 #pragma once
 
 #include <QDialog>
+#include <map>
+#include <string>
+#include <vector>
 
 #include "designer/model/design_model.h"
 #include "designer/model/query_details.h"
@@ -48,6 +51,7 @@ class DataSetDialog : public QDialog {
     void ShowShared(rdl::QueryRequest request);
     void ShowRun();
     void TakeParameters();
+    void RunQuery();
     void Lock();
     bool TakeFields(ReportSet& set);
     bool HasSource();
@@ -55,6 +59,8 @@ class DataSetDialog : public QDialog {
     bool Complain(Note& note, RowTable& table, std::size_t row, std::size_t column, const QString& text);
     QueryDetails Details();
     std::vector<ReportField> Computed();
+    void KeepTypes();
+    void TakeTypes(std::vector<ReportColumn>& columns) const;
     void Put(Document& document, const ReportSet& set, QueryDetails details) const;
     void PutTrial(Document& copy, const QueryDetails& details, const std::vector<ReportField>& computed);
 
@@ -79,6 +85,8 @@ class DataSetDialog : public QDialog {
     Note* m_note = nullptr;
     ReportSet m_old;  // what is shown, as it is in the report
     QueryDetails m_oldDetails;
+    // Of the columns of the query, by the last run that had rows.
+    std::map<std::string, std::string> m_types;
     bool m_isShowing = false;
 };
 

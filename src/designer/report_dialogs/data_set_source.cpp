@@ -108,6 +108,7 @@ void DataSetDialog::SetSource(rdl::QueryRequest& request, const ReportSource& so
 }
 
 void DataSetDialog::ShowSource() {
+    m_types.clear();
     m_sourceNote->Clear();
     rdl::QueryRequest request;
     request.folder = m_model.File().parent_path();

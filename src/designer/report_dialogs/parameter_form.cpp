@@ -158,6 +158,12 @@ ReportParameter ParameterForm::Parameter() {
     return m_shown;
 }
 
+void ParameterForm::ShowFault(bool isValid, std::size_t row, const QString& text) {
+    ValuesForm& values = isValid ? *m_valid : *m_defaults;
+    m_tabs->setCurrentWidget(&values);
+    values.ShowFault(row, text);
+}
+
 bool ParameterForm::IsComplete(const std::vector<ReportParameter>& others) {
     const ReportParameter parameter = Parameter();
     const QString name = QString::fromStdString(parameter.name);

@@ -32,6 +32,8 @@ class ParameterForm : public QWidget {
     ReportParameter Parameter();
     // Looks whether the parameter can be so among `others`; says why not, and puts the focus there.
     bool IsComplete(const std::vector<ReportParameter>& others);
+    // Says what is wrong with a default or a valid value that is typed, and puts the focus there.
+    void ShowFault(bool isValid, std::size_t row, const QString& text);
 
  signals:
     void Edited();  // by the user

@@ -14,6 +14,9 @@
 #include "designer/expressions/expression_check.h"
 #include "designer/model/report_data.h"
 #include "designer/report_dialogs/parameter_form.h"
+#include "platform/contracts/runtime.h"
+#include "platform/reports/rdl_engine.h"
+#include "platform/reports/rdl_report.h"
 
 namespace designer {
 ParametersDialog::ParametersDialog(DesignModel& model, const std::string& name, bool isNew, QWidget* parent)
@@ -165,11 +168,63 @@ std::vector<ReportParameter> ParametersDialog::Others(int row) const {
     return others;
 }
 
+bool ParametersDialog::HasChanged(const ReportParameter& parameter) const {
+    return parameter.place == NewRow || parameter != m_old[static_cast<std::size_t>(parameter.place)];
+}
+
+bool ParametersDialog::FitTypes(const ReportParameter& parameter, bool isValid,
+                                report::ParameterField& field) {
+    const ValueOrigin origin = isValid ? parameter.validOrigin : parameter.defaultOrigin;
+    const std::vector<ParameterChoice>& values = isValid ? parameter.valid : parameter.defaults;
+    for (std::size_t row = 0; origin == ValueOrigin::Typed && row < values.size(); ++row) {
+        const std::string& value = values[row].value;
+        if (value.empty() || value.starts_with('=')) {
+            continue;
+        }
+        try {
+            field.AddCurrentValue(value);
+        } catch (const RuntimeError& error) {
+            m_form->ShowFault(isValid, row, QString::fromStdString(error.Description()));
+            return false;
+        }
+    }
+    return true;
+}
+
+// The engine reads constants as it does in a run: each is one value of the parameter, which has no others
+// here.
+bool ParametersDialog::FitTypes() {
+    std::vector<ReportParameter> bare = m_parameters;
+    for (ReportParameter& parameter : bare) {
+        parameter.isMultiple = false;
+        parameter.defaultOrigin = parameter.validOrigin = ValueOrigin::None;
+    }
+    std::shared_ptr<reports::RdlReport> report;
+    try {
+        Document copy(m_model.Source().Bytes());
+        PutReportParameters(copy, bare);
+        report = reports::OpenRdlText(copy.Bytes(), m_model.File().empty() ? "report.rdl" : m_model.File());
+    } catch (const std::exception&) {  // a fault of the report elsewhere, which the dialog does not judge
+        return true;
+    }
+    const int count = std::min(report->ParameterFieldCount(), m_list->count());
+    for (int row = 0; row < count; ++row) {
+        const ReportParameter& parameter = m_parameters[static_cast<std::size_t>(row)];
+        if (HasChanged(parameter)) {
+            m_list->setCurrentRow(row);
+            report::ParameterField& field = report->Parameter(row + 1);
+            if (!FitTypes(parameter, false, field) || !FitTypes(parameter, true, field)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 void ParametersDialog::accept() {
     Take();
     for (int row = 0; row < m_list->count(); ++row) {
-        const ReportParameter& parameter = m_parameters[static_cast<std::size_t>(row)];
-        if (parameter.place != NewRow && parameter == m_old[static_cast<std::size_t>(parameter.place)]) {
+        if (!HasChanged(m_parameters[static_cast<std::size_t>(row)])) {
             continue;
         }
         m_list->setCurrentRow(row);
@@ -186,6 +241,9 @@ void ParametersDialog::accept() {
         !fault.empty()) {
         m_note->ShowFault(QString::fromStdString(fault));
         m_form->setFocus();
+        return;
+    }
+    if (!FitTypes()) {
         return;
     }
     if (m_model.Edit(tr("Change Parameters"),

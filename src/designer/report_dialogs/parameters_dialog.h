@@ -10,6 +10,10 @@
 #include "designer/model/design_model.h"
 #include "designer/model/report_parameters.h"
 
+namespace report {
+class ParameterField;
+}
+
 class QListWidget;
 class QPushButton;
 class QVBoxLayout;
@@ -37,6 +41,9 @@ class ParametersDialog : public QDialog {
     void ShowButtons();
     void ShowName(int row);
     std::vector<ReportParameter> Others(int row) const;
+    bool HasChanged(const ReportParameter& parameter) const;
+    bool FitTypes();
+    bool FitTypes(const ReportParameter& parameter, bool isValid, report::ParameterField& field);
 
     DesignModel& m_model;
     const std::vector<ReportParameter> m_old;

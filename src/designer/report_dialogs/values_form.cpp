@@ -162,6 +162,11 @@ bool ValuesForm::Complain(QWidget& control, const QString& text) {
     return false;
 }
 
+void ValuesForm::ShowFault(std::size_t row, const QString& text) {
+    Complain(m_typed->Table(), text);
+    m_typed->ShowCell(row, 0);
+}
+
 bool ValuesForm::IsComplete(bool isMultiple) {
     const ParameterValues values = Values();
     if (values.origin == ValueOrigin::Typed) {

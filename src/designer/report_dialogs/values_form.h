@@ -39,6 +39,8 @@ class ValuesForm : public QWidget {
     // Looks whether the values are complete, of which there may be several or not; says what is missing, and
     // puts the focus there.
     bool IsComplete(bool isMultiple);
+    // Says what is wrong with a value that is typed, and puts the focus there.
+    void ShowFault(std::size_t row, const QString& text);
 
  signals:
     void Edited();  // by the user

@@ -59,7 +59,10 @@ std::vector<TotalCell> TotalCells(const Document& document, ElementId region, co
     }
     const auto most = static_cast<std::size_t>(std::max_element(sums.begin(), sums.end()) - sums.begin());
     if (tracks.empty() || sums[most] == 0) {
-        throw EditError("The group shows no number that can be summed");
+        throw EditError(
+            "The group shows no number that can be summed; run the data set with rows, or set the type of "
+            "the "
+            "field in its Properties");
     }
     for (std::size_t across = 0; across < count; ++across) {
         cells[across].like = cells[across].value.empty() ? tracks[most][across] : cells[across].like;

@@ -131,10 +131,12 @@ void ParameterBar::AddField(const AskedParameter& parameter, const report::Param
     for (const std::string& value : given.DefaultValues()) {
         defaults.append(Text(value));
     }
+    // A default that the engine does not tell, or refuses, is left to the run.
+    const bool isNull = defaults.isEmpty() && (!parameter.hasDefault || parameter.isNullDefault);
     const auto typed = m_typed.constFind(Text(parameter.name));
-    const Values values = typed != m_typed.constEnd()        ? *typed
-                          : defaults.isEmpty() && field.null ? Values()
-                                                             : Values(defaults);
+    const Values values = typed != m_typed.constEnd() ? *typed
+                          : isNull && field.null      ? Values()
+                                                      : Values(defaults);
     field.write(values.value_or(QStringList()));
     if (field.null) {
         field.null->setChecked(!values);

@@ -38,6 +38,7 @@ bool DataSourcePage::validatePage() {
 QueryPage::QueryPage(ReportDraft& draft) : m_draft(draft), m_form(new QueryForm(this)) {
     setObjectName("queryPage");
     setTitle(tr("Rows"));
+    m_form->HasNoParameters();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_form, 1);
     setFocusProxy(m_form->focusProxy());

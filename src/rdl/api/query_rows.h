@@ -40,6 +40,9 @@ struct QueryRequest {
 struct QueryRows {
     std::vector<std::string> columns;  // as the data source names them; two may have the same name
     std::vector<Value> cells;          // row after row
+    // By column, System.Int64 and so on: the type that the data source declares, empty if it declares none.
+    // Shorter than the columns if nothing is known of them.
+    std::vector<std::string> types = {};
     std::size_t RowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
     const Value& At(std::size_t row, std::size_t column) const {
         return cells[row * columns.size() + column];

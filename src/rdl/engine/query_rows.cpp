@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "rdl/api/host.h"
+#include "rdl/data/common/field_type.h"
 #include "rdl/data/load.h"
 #include "rdl/data/open_cursor.h"
 #include "rdl/data/shared_source.h"
@@ -32,6 +33,9 @@ QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, co
                     std::size_t mostRows) {
     const std::unique_ptr<data::Cursor> cursor = data::OpenCursor(request, dataSet, &source);
     QueryRows rows{cursor->Columns(), {}};
+    for (std::size_t column = 0; column < rows.columns.size(); ++column) {
+        rows.types.emplace_back(data::NameOfFieldType(cursor->DeclaredType(column)));
+    }
     std::size_t bytes = 0;
     while (rows.RowCount() < mostRows && bytes < MostBytes && cursor->Next()) {
         request.CheckBounds();

@@ -116,7 +116,7 @@ TEST(ReportData, FieldsFollowTheColumns) {
     set.fields = FieldsFor(columns, set.fields);
     EXPECT_THAT(
         set.fields,
-        ElementsAre(ReportField{.name = "Number", .column = "id"},
+        ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"},
                     ReportField{.name = "twice_2", .column = "twice", .typeName = "System.Int64"},
                     ReportField{.name = "net_price", .column = "net price", .typeName = "System.Int64"},
                     ReportField{.name = "Twice", .value = "=2 * Fields!Number.Value"}));

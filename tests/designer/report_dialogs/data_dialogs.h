@@ -24,7 +24,8 @@ inline const std::string Sales =
     ReportText(SourceText("Sales", "SQLITE", "Data Source=sales.db") +
                    SourceText("Team", "PostgreSQL", "Host=db;Database=sales;SSL Mode=require") +
                    SharedSourceText("Far", "Far"),
-               SetText("Orders", "Sales", CommandText("select id from orders"), FieldText("Number", "id")));
+               SetText("Orders", "Sales", CommandText("select id from orders"),
+                       FieldText("Number", "id", "          <rd:TypeName>System.Int64</rd:TypeName>\n")));
 
 class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
  protected:

@@ -41,6 +41,29 @@ TEST_F(DataDialogsTest, OkWithoutAChangeChangesNothing) {
     EXPECT_EQ(Report().UndoCount(), 0U);
 }
 
+TEST_F(DataDialogsTest, AConnectStringThatNobodyChangesStaysAsItIsWritten) {
+    for (const char* written :
+         {"Data Source=sales.db;", " data source = 'sales.db' ", "Data Source=./sales.db",
+          "Data Source=sales.db;\n  Version=3;", "=&quot;Data Source=&quot; &amp; 1"}) {
+        std::string text = Sales;
+        const std::string old = "SQLITE</DataProvider>\n        <ConnectString>Data Source=sales.db<";
+        text.replace(text.find(old), old.size(),
+                     " sqlite </DataProvider>\n        <ConnectString>" + std::string(written) + "<");
+        m_model.SetDocument(Document(text));
+        Open<DataSourceDialog>();
+        Ok();
+        EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << written;
+        EXPECT_EQ(Report().Text(), text);
+        EXPECT_EQ(Report().UndoCount(), 0U) << written;
+        Open<DataSourceDialog>();
+        Type("name", "Shop");
+        Ok();
+        EXPECT_THAT(Report().Text(), HasSubstr("<ConnectString>" + std::string(written) + "<"));
+        EXPECT_THAT(Report().Text(), HasSubstr("<DataSource Name=\"Shop\">"));
+        EXPECT_THAT(Report().Text(), HasSubstr("<DataProvider> sqlite <"));
+    }
+}
+
 TEST_F(DataDialogsTest, ASourceIsChangedInOneStep) {
     Open<DataSourceDialog>();
     Type("name", "Shop");
@@ -157,7 +180,7 @@ TEST_F(DataDialogsTest, TheQueryIsRunAndItsColumnsAreFields) {
     const ReportSet set = SetsOf(Report())[0];
     EXPECT_EQ(set.query, "select id, amount from orders");
     EXPECT_THAT(set.fields,
-                ElementsAre(ReportField{.name = "Number", .column = "id"},
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"},
                             ReportField{.name = "amount", .column = "amount", .typeName = "System.Decimal"}));
     EXPECT_EQ(Report().UndoName(), "Change Data Set Orders");
     EXPECT_EQ(Report().UndoCount(), 1U);
@@ -180,7 +203,8 @@ TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     EXPECT_FALSE(m_dialog->isVisible());
     const ReportSet set = SetsOf(Report())[0];
     EXPECT_EQ(set.query, "select id from orders where dya = 1");
-    EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"}));
+    EXPECT_THAT(set.fields,
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"}));
 }
 
 TEST_F(DataDialogsTest, OfManyRowsTheFirstHundredAreShown) {
@@ -228,6 +252,7 @@ TEST_F(DataDialogsTest, ParametersComputedFieldsAndFiltersAreAddedInOneStep) {
       <Fields>
         <Field Name="Number">
           <DataField>id</DataField>
+          <rd:TypeName>System.Int64</rd:TypeName>
         </Field>
         <Field Name="Twice">
           <Value>=2 * Fields!Number.Value</Value>

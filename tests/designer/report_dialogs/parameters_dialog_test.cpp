@@ -143,6 +143,44 @@ TEST_F(ParametersDialogTest, AChangeTouchesOneElement) {
     EXPECT_EQ(m_model.Source().UndoName(), "Change Parameters");
 }
 
+TEST_F(ParametersDialogTest, AValueOfAnotherTypeIsRefused) {
+    Click("nullable");
+    Page(1);
+    TypeCell("defaults", 0, 0, "abc");
+    List().setCurrentRow(1);
+    Ok();
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(List().currentRow(), 0);
+    EXPECT_EQ(The<QTabWidget>("parameterTabs").currentIndex(), 1);
+    EXPECT_EQ(Note("defaultOrigin"), "Type mismatch: Parameter \"Year\": \"abc\" is not a whole number");
+    EXPECT_TRUE(The<QTableWidget>("defaults").hasFocus());
+    EXPECT_EQ(Text(), Both);
+    // Several values are each looked at, also the valid ones.
+    Page(0);
+    Click("multiple");
+    Page(1);
+    TypeCell("defaults", 0, 0, "2025;2026");
+    Ok();
+    EXPECT_EQ(Note("defaultOrigin"),
+              "Type mismatch: Parameter \"Year\": \"2025;2026\" is not a whole number");
+    TypeCell("defaults", 0, 0, "=Year(Now())");
+    Page(2);
+    Pick("validOrigin", 1);
+    for (int row = 0; row < 2; ++row) {
+        The<QTableWidget>("valid").setFocus();
+        QTest::keyClick(&The<QTableWidget>("valid"), Qt::Key_Insert);
+        TypeCell("valid", row, 0, row == 0 ? "2025" : "soon");
+    }
+    Page(0);
+    Ok();
+    EXPECT_EQ(The<QTabWidget>("parameterTabs").currentIndex(), 2);
+    EXPECT_EQ(Note("validOrigin"), "Type mismatch: Parameter \"Year\": \"soon\" is not a whole number");
+    EXPECT_EQ(The<QTableWidget>("valid").currentRow(), 1);
+    TypeCell("valid", 1, 0, "2026");
+    Ok();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+}
+
 TEST_F(ParametersDialogTest, APromptThatIsTheNameFollowsIt) {
     Press("add");
     Type("name", "City");

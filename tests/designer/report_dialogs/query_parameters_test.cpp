@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QTabBar>
+
 #include "data_dialogs.h"
 #include "designer/model/report_data.h"
 #include "designer/model/report_parameters.h"
@@ -38,9 +40,50 @@ TEST_F(QueryParametersTest, AParameterOfTheQueryHasAValueForATest) {
     EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
                 ElementsAre(QueryParameter{0, "@Day", "=Parameters!Day.Value"}));
     EXPECT_THAT(SetsOf(Report())[0].fields,
-                ElementsAre(ReportField{.name = "Number", .column = "id"},
+                ElementsAre(ReportField{.name = "Number", .column = "id", .typeName = "System.Int64"},
                             ReportField{.name = "day", .column = "day", .typeName = "System.DateTime"}));
     EXPECT_EQ(Report().Text().find("2025-03-02"), std::string::npos);
+}
+
+TEST_F(QueryParametersTest, TheQueryIsRunByKeysOnEveryPage) {
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where id >= @Least");
+    for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ControlModifier}) {
+        const Qt::Key key = modifiers ? Qt::Key_Return : Qt::Key_F5;
+        Page(1);
+        auto& cells = The<QTableWidget>("queryParameters");
+        cells.setFocus();
+        cells.setCurrentCell(0, 2);
+        QTest::keyClick(&cells, Qt::Key_F2);
+        QTest::keyClicks(QApplication::focusWidget(), "2");
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);  // what is being typed counts
+        EXPECT_TRUE(m_dialog->isVisible());
+        EXPECT_EQ(The<QTabWidget>("setTabs").currentIndex(), 0);
+        EXPECT_EQ(Note("query"), "Rows: 1");
+        Type("query", "select id from orders where id > @Least - 1");
+        The<QTabWidget>("setTabs").tabBar()->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        EXPECT_EQ(Note("query"), "Rows: 1");
+        EXPECT_TRUE(The<QTabWidget>("setTabs").tabBar()->hasFocus());
+        Type("query", "select id from orders where id >= @Least");
+    }
+}
+
+TEST_F(QueryParametersTest, EnterInATableGoesToTheNextCell) {
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where id >= @Least and id < @Most");
+    Page(1);
+    auto& cells = The<QTableWidget>("queryParameters");
+    TypeCell("queryParameters", 0, 1, "=1");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(cells.currentRow() * 10 + cells.currentColumn(), 2);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(cells.currentRow() * 10 + cells.currentColumn(), 10);
+    for (int press = 0; press < 4; ++press) {  // nothing comes after the last cell
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+    EXPECT_EQ(cells.currentRow() * 10 + cells.currentColumn(), 12);
+    EXPECT_TRUE(m_dialog->isVisible());
 }
 
 TEST_F(QueryParametersTest, AQueryThatIsRunGetsTheParametersThatItNames) {

@@ -106,7 +106,8 @@ TEST_F(SharedSetTest, OkTakesItsFieldsAndKeepsNames) {
     const std::string end = "</Fields>";
     const auto at = Text().find("<Field Name=\"Pieces\">");
     ASSERT_NE(at, std::string::npos) << Text();
-    EXPECT_THAT(Text(), HasSubstr("<Field Name=\"Person\"><DataField>Who</DataField></Field>"));
+    EXPECT_THAT(Text(), HasSubstr("<Field Name=\"Person\"><DataField>Who</DataField>"
+                                  "<rd:TypeName>System.String</rd:TypeName></Field>"));
     EXPECT_THAT(Text(), HasSubstr(std::string(Shared).substr(0, std::string(Shared).find("<Fields>"))));
     EXPECT_THAT(Text(), testing::Not(HasSubstr("<Query>")));
     m_model->Undo();

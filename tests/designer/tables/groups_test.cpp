@@ -139,7 +139,9 @@ TEST(Groups, ATotalSumsTheNumbersOfTheDetails) {
                   2u);
     });
     ExpectRefusal(With(before, "=Fields!Net_Amount.Value", "=Fields!Region.Value &amp; 1"),
-                  "The group shows no number that can be summed", [](Document& document, ElementId table) {
+                  "The group shows no number that can be summed; run the data set with rows, or set the type "
+                  "of the field in its Properties",
+                  [](Document& document, ElementId table) {
                       AddTotal(document, table, Axis::Rows, GroupNamed(document, table, "Details"),
                                Side::After);
                   });

@@ -169,6 +169,27 @@ TEST_F(Preview, NullIsTicked) {
     EXPECT_EQ(PageText(), "7");
 }
 
+// A whole number, or Null, with this default.
+std::string NumberOrNull(const std::string& value) {
+    return Parameter("Number", "Integer",
+                     "<Nullable>true</Nullable><DefaultValue><Values><Value>" + value +
+                         "</Value></Values></DefaultValue>");
+}
+
+TEST_F(Preview, ADefaultThatIsNotTakenIsAFaultAsInARun) {
+    Open(Report(NumberOrNull("abc"), "=Parameters!Number.Value"));
+    EXPECT_FALSE(Find<QCheckBox>("nullNumber").isChecked());
+    auto& errors = Find<QListWidget>("previewErrors");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return errors.count() > 0; }));
+    EXPECT_EQ(errors.item(0)->text().toStdString(), "Parameter \"Number\": \"abc\" is not a whole number");
+}
+
+TEST_F(Preview, ADefaultOfNullIsTicked) {
+    Open(Report(NumberOrNull("=Nothing"), "=IIf(IsNothing(Parameters!Number.Value), &quot;none&quot;, 1)"));
+    EXPECT_TRUE(Find<QCheckBox>("nullNumber").isChecked());
+    EXPECT_EQ(PageText(), "none");
+}
+
 TEST_F(Preview, TheWindowLivesWhileALongQueryRunsAndStops) {
     WriteBytes(m_home / "store.db", "");
     Open(Report("", "=Sum(Fields!Code.Value, &quot;Regions&quot;)",

@@ -362,6 +362,25 @@ TEST_F(NewReportWizardTest, MnemonicsAreDifferentOnEveryPage) {
     ExpectOwnMnemonics();
 }
 
+TEST_F(NewReportWizardTest, AQueryWithAParameterIsToldHowToGoOn) {
+    Show();
+    PickDatabase();
+    Next();
+    Type("query", "select id from \"my orders\" where id > @Year");
+    const std::string expected =
+        "The wizard's query cannot have parameters (@Year): put a value in its place now, and add the "
+        "parameter later in Report, Data Set";
+    Click("run");
+    EXPECT_EQ(Note("query"), expected);
+    Type("query", "select id from \"my orders\" where id = @Year");
+    Next();
+    EXPECT_EQ(Page(), "queryPage");
+    EXPECT_EQ(Note("query"), expected);
+    Type("query", "select id from \"my orders\" where id = 1");
+    Next();
+    EXPECT_EQ(Page(), "layoutPage");
+}
+
 TEST_F(NewReportWizardTest, TheWayBackKeepsWhatWasChosen) {
     Show();
     GoToColumns();

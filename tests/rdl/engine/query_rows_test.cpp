@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <chrono>
 #include <thread>
@@ -53,6 +54,23 @@ TEST_F(QueryRowsOf, AQueryAreTheFirstOnes) {
     const QueryRows rows = ReadQueryRows(request);  // the query itself has no end
     ASSERT_EQ(rows.RowCount(), 5U);
     EXPECT_EQ(rows.At(4, 0).AsInteger(), 5);
+}
+
+TEST_F(QueryRowsOf, AQueryHaveTheTypesThatTheDatabaseDeclares) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open((m_folder / "typed.db").c_str(), &database), SQLITE_OK);
+    sqlite3_exec(
+        database,
+        "create table t (a integer, b BIGINT, c varchar(9), d blob, e double precision, f numeric(9,2), "
+        "g date, h boolean, i, j anything)",
+        nullptr, nullptr, nullptr);
+    sqlite3_close(database);
+    const QueryRows rows =
+        ReadQueryRows(Request("SQLITE", "Data Source=typed.db", "select *, a + 1 as k from t"));
+    EXPECT_EQ(rows.RowCount(), 0U);
+    EXPECT_THAT(rows.types, testing::ElementsAre("System.Int64", "System.Int64", "System.String",
+                                                 "System.Byte[]", "System.Double", "System.Decimal",
+                                                 "System.DateTime", "System.Boolean", "", "", ""));
 }
 
 TEST_F(QueryRowsOf, AQueryWithParametersAreThoseForNull) {

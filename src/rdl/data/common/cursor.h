@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "rdl/data/common/field_type.h"
 #include "rdl/values/value.h"
 
 namespace rdl::data {
@@ -16,6 +17,8 @@ class Cursor {
  public:
     virtual ~Cursor() = default;
     const std::vector<std::string>& Columns() const { return m_columns; }
+    // The type that the source declares for a column; Untyped if it declares none, as for an expression.
+    virtual FieldType DeclaredType(std::size_t) const { return FieldType::Untyped; }
     // How many rows there are at most, where that is known before they are read; else 0.
     virtual std::size_t RowCount() const { return 0; }
     virtual bool Next() = 0;                     // moves to the next row; false after the last one

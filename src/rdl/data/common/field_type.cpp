@@ -116,6 +116,48 @@ FieldType FieldTypeOfColumn(std::string_view declared) {
     return name.starts_with("bool") || name == "bit" ? FieldType::Boolean : FieldType::Untyped;
 }
 
+FieldType FieldTypeOfDeclaration(std::string_view declared) {
+    const FieldType special = FieldTypeOfColumn(declared);
+    if (special != FieldType::Untyped) {
+        return special;
+    }
+    constexpr struct {
+        std::string_view word;
+        FieldType type;
+    } Words[] = {{"int", FieldType::Integer}, {"char", FieldType::Text},  {"clob", FieldType::Text},
+                 {"text", FieldType::Text},   {"blob", FieldType::Bytes}, {"real", FieldType::Real},
+                 {"floa", FieldType::Real},   {"doub", FieldType::Real}};
+    const std::string name = LowerAscii(declared);
+    for (const auto& [word, type] : Words) {
+        if (name.find(word) != std::string::npos) {
+            return type;
+        }
+    }
+    return FieldType::Untyped;
+}
+
+std::string_view NameOfFieldType(FieldType type) {
+    switch (type) {
+        case FieldType::Boolean:
+            return "System.Boolean";
+        case FieldType::Integer:
+            return "System.Int64";
+        case FieldType::Real:
+            return "System.Double";
+        case FieldType::Decimal:
+            return "System.Decimal";
+        case FieldType::DateTime:
+            return "System.DateTime";
+        case FieldType::Text:
+            return "System.String";
+        case FieldType::Bytes:
+            return "System.Byte[]";
+        case FieldType::Untyped:
+            break;
+    }
+    return {};
+}
+
 Value ConvertValue(const Value& value, FieldType type) {
     if (value.kind() == Kind::Integer) {
         if (type == FieldType::Boolean) {

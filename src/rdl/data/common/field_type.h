@@ -19,6 +19,12 @@ FieldType FieldTypeOfName(std::string_view typeName);
 // and exact numbers (numeric, decimal, money); else Untyped.
 FieldType FieldTypeOfColumn(std::string_view declared);
 
+// Returns the type of a declared column that holds nothing else as a rule, by the words that SQLite looks
+// for: INT, CHAR, CLOB, TEXT, BLOB, REAL, FLOA, DOUB, and those of FieldTypeOfColumn; else Untyped.
+FieldType FieldTypeOfDeclaration(std::string_view declared);
+// Returns System.Int64 and so on; empty for Untyped.
+std::string_view NameOfFieldType(FieldType type);
+
 // Converts a value of an untyped source: texts are parsed by the type, 0 and 1 become Booleans. A value that
 // does not fit is returned unchanged; digits that are too many for a Decimal make a Real.
 Value ConvertValue(const Value& value, FieldType type);

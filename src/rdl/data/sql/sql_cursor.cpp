@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/sql/sql_cursor.h"
 
+#include <QMetaType>
 #include <QSqlError>
+#include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <chrono>
@@ -29,6 +31,35 @@ bool HasWord(std::string_view text, std::initializer_list<std::string_view> word
         }
     }
     return false;
+}
+
+FieldType FieldTypeOfMeta(QMetaType meta) {
+    switch (meta.id()) {
+        case QMetaType::Bool:
+            return FieldType::Boolean;
+        case QMetaType::Char:
+        case QMetaType::SChar:
+        case QMetaType::UChar:
+        case QMetaType::Short:
+        case QMetaType::UShort:
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+            return FieldType::Integer;
+        case QMetaType::Float:
+        case QMetaType::Double:
+            return FieldType::Real;
+        case QMetaType::QDate:
+        case QMetaType::QDateTime:
+            return FieldType::DateTime;
+        case QMetaType::QString:
+            return FieldType::Text;
+        case QMetaType::QByteArray:
+            return FieldType::Bytes;
+        default:
+            return FieldType::Untyped;
+    }
 }
 
 // A query of a connection. Ending a query, also a failed one, has its own time limit, because the driver may
@@ -74,6 +105,8 @@ class SqlCursor : public Cursor {
         }
         ReadColumns();
     }
+
+    FieldType DeclaredType(std::size_t column) const override { return m_declared[column]; }
 
     bool Next() override {
         const ConnectionWatch::Limit limit = Limit();
@@ -137,6 +170,8 @@ class SqlCursor : public Cursor {
         for (int column = 0; column < record.count(); ++column) {
             m_columns.push_back(record.fieldName(column).toStdString());
             m_isDecimal.push_back(IsDecimalColumn(record.field(column), m_provider));
+            m_declared.push_back(m_isDecimal.back() ? FieldType::Decimal
+                                                    : FieldTypeOfMeta(record.field(column).metaType()));
         }
         if (m_columns.empty()) {
             CheckConnection();
@@ -191,6 +226,7 @@ class SqlCursor : public Cursor {
     SqlConnection m_connection;
     TimedQuery m_query;             // goes before the connection
     std::vector<bool> m_isDecimal;  // by column
+    std::vector<FieldType> m_declared;
 };
 
 }  // namespace

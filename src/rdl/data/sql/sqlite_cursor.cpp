@@ -82,8 +82,11 @@ class SqliteCursor : public Cursor {
             const char* type = sqlite3_column_decltype(m_statement.get(), column);
             m_columns.emplace_back(name ? name : "");
             m_types.push_back(FieldTypeOfColumn(type ? type : ""));
+            m_declared.push_back(FieldTypeOfDeclaration(type ? type : ""));
         }
     }
+
+    FieldType DeclaredType(std::size_t column) const override { return m_declared[column]; }
 
     bool Next() override {
         const int state = sqlite3_step(m_statement.get());
@@ -308,7 +311,8 @@ class SqliteCursor : public Cursor {
     Clock::time_point m_deadline;
     std::unique_ptr<sqlite3, CloseDatabase> m_database;
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;  // after the database, so that it is destroyed first
-    std::vector<FieldType> m_types;
+    std::vector<FieldType> m_types;                       // to which stored values are converted
+    std::vector<FieldType> m_declared;
 };
 
 }  // namespace
