@@ -12,6 +12,7 @@
 #include <QPushButton>
 
 #include "designer/dialogs/busy_pointer.h"
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/query_run.h"
 #include "designer/new_report/source_text.h"
@@ -75,8 +76,7 @@ QLineEdit* SourceForm::AddLine(const QString& label, const char* name, QWidget* 
         layout->addWidget(line, 1);
         layout->addWidget(beside);
     }
-    m_form->addRow(label, field);
-    static_cast<QLabel*>(m_form->labelForField(field))->setBuddy(line);
+    AddFieldRow(*m_form, label, field);
     line->setAccessibleName(QString(label).remove('&').remove(':'));
     auto* note = new Note(*line, this);
     m_form->addRow(QString(), note);
