@@ -95,6 +95,7 @@ void SourceForm::BuildFileRow() {
     connect(browse, &QPushButton::clicked, this, &SourceForm::AskForFile);
     m_file = AddLine(tr("F&ile:"), "file", browse);
     m_fileRow = browse->parentWidget();
+    setTabOrder(m_file, browse);  // it was made first
 }
 
 void SourceForm::BuildLogonRows() {
