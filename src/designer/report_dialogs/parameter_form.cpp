@@ -114,6 +114,12 @@ ValuesForm* ParameterForm::AddValues(const DesignModel& model, bool isValid, con
     return form;
 }
 
+void ParameterForm::EditName() {
+    m_tabs->setCurrentIndex(0);
+    m_name->setFocus();
+    m_name->selectAll();
+}
+
 void ParameterForm::Show(const ReportParameter& parameter) {
     m_isShowing = true;
     m_shown = parameter;
