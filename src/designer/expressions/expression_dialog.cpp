@@ -2,7 +2,6 @@
 #include "designer/expressions/expression_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/fixed_font.h"
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_edit.h"
 #include "designer/expressions/value_line.h"
@@ -108,7 +108,7 @@ void ExpressionDialog::BuildEditor(QWidget& side) {
     m_text = new ExpressionEdit(&side);
     m_text->setObjectName("expression");
     m_text->setTabChangesFocus(true);
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setFont(FixedFont());
     m_text->setToolTip(tr("Ctrl+Space offers names, Ctrl+Enter is OK"));
     m_text->SetNames(NamesToType(m_model.Source(), m_value->DataSet()));
     m_signature = new QLabel(&side);

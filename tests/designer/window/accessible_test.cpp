@@ -2,19 +2,25 @@
 // Every control has a name for those who do not see it, no key means two things, and no text is cut at large
 // fonts: in the window with each of its tabs, and in its dialogs. With OXC_PICTURES set to a folder, pictures
 // of them are left there, in light and dark colours.
+#include <Qsci/qscilexer.h>
+
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStyleOptionFrame>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QWizard>
 
 #include "../tables/small_tables.h"
+#include "designer/report_dialogs/code_editor.h"
 #include "support/modal.h"
 #include "window_fixture.h"
 
@@ -199,6 +205,64 @@ TEST_P(Accessible, AreTheTabsOfTheWindow) {
     ExpectNoFaults(*m_window, "preview");
     Run("viewXml");
     ExpectNoFaults(*m_window, "XML");
+}
+
+// Texts of fixed width are as large as all others.
+std::vector<std::string> SmallEditors(const QWidget& window) {
+    std::vector<std::string> faults;
+    for (const QPlainTextEdit* editor : window.findChildren<QPlainTextEdit*>()) {
+        if (editor->font().pointSize() != QApplication::font().pointSize()) {
+            faults.push_back(NameFor(*editor));
+        }
+    }
+    return faults;
+}
+
+TEST_P(Accessible, AreTextsOfFixedWidth) {
+    EXPECT_EQ(SmallEditors(*m_window), Faults());
+    Select({"Title"});
+    for (const char* command : {"reportExpression", "reportDataSet"}) {
+        fakes::WhileModal<QDialog>([&] { Find<QAction>(command).trigger(); },
+                                   [](QDialog& dialog) {
+                                       EXPECT_NE(dialog.findChild<QPlainTextEdit*>(), nullptr);
+                                       EXPECT_EQ(SmallEditors(dialog), Faults());
+                                   });
+    }
+    fakes::WhileModal<QDialog>([&] { Find<QAction>("reportCode").trigger(); },
+                               [](QDialog& dialog) {
+                                   const auto& code = *dialog.findChild<CodeEditor*>();
+                                   EXPECT_EQ(code.lexer()->font(0).pointSize(),
+                                             QApplication::font().pointSize());
+                               });
+}
+
+TEST_P(Accessible, IsTheHintForFindingProperties) {
+    const auto& find = Find<QLineEdit>("findProperty");
+    QStyleOptionFrame frame;
+    frame.initFrom(&find);
+    auto& dock = Find<QDockWidget>("dockProperties");
+    m_window->resizeDocks({&dock}, {1}, Qt::Horizontal);
+    Settle();
+    const QRect room = find.style()->subElementRect(QStyle::SE_LineEditContents, &frame, &find);
+    EXPECT_GE(room.width(), find.fontMetrics().horizontalAdvance(find.placeholderText()));
+}
+
+// As on a desktop whose colours have none for hints.
+TEST_P(Accessible, AreHintsOnDarkColours) {
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button}) {
+        dark.setColor(role, QColor(30, 30, 30));
+    }
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    QApplication::setPalette(dark);
+    Settle();
+    const QColor hint = Find<QLineEdit>("findProperty").palette().color(QPalette::PlaceholderText);
+    EXPECT_GT(hint.lightness(), 128);
+    QApplication::setPalette(before);
+    Settle();
+    EXPECT_LT(Find<QLineEdit>("findProperty").palette().color(QPalette::PlaceholderText).lightness(), 128);
 }
 
 TEST_P(Accessible, AreItsDialogs) {
