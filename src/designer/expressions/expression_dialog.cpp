@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/ask_discard.h"
 #include "designer/dialogs/fixed_font.h"
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_edit.h"
@@ -295,6 +296,21 @@ bool ExpressionDialog::Check() {
         Compute();
     }
     return !fault;
+}
+
+// The first Escape closes the help for the arguments; they are shown again when the cursor moves.
+void ExpressionDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_text->hasFocus() && !m_signature->text().isEmpty()) {
+        m_signature->clear();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void ExpressionDialog::reject() {
+    if (!isVisible() || Value() == m_old || AskToDiscard(*this)) {
+        QDialog::reject();
+    }
 }
 
 void ExpressionDialog::accept() {
