@@ -133,9 +133,9 @@ TEST_F(DataDialogsTest, TabGoesToTheFileAndThenToItsButton) {
     Open<DataSourceDialog>();
     Pick("provider", "CSV or text file");
     The<QWidget>("provider").setFocus();
-    for (const char* next : {"file", "browse", "keepLogon"}) {
+    for (const char* next : {"file", "browse", "asText"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), next);
     }
 }
 
