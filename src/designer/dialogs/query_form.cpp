@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "designer/dialogs/busy_pointer.h"
+#include "designer/dialogs/fixed_font.h"
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/rows_table.h"
 #include "designer/dialogs/sql_colours.h"
@@ -74,6 +75,7 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
     m_query = new QPlainTextEdit(side);
     m_query->setObjectName("query");
     m_query->setTabChangesFocus(true);
+    m_query->setFont(FixedFont());
     m_query->setMaximumHeight(m_query->fontMetrics().lineSpacing() * 8);
     m_queryLabel->setBuddy(m_query);
     m_colours = new SqlColours(m_query->document(), m_query->palette());

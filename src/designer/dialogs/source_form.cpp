@@ -12,6 +12,7 @@
 #include <QPushButton>
 
 #include "designer/dialogs/busy_pointer.h"
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/query_run.h"
 #include "designer/new_report/source_text.h"
@@ -63,20 +64,18 @@ void SourceForm::BuildServerRows() {
     connect(m_asText, &QCheckBox::clicked, this, &SourceForm::ShowAsText);
 }
 
-QLineEdit* SourceForm::AddLine(const QString& label, const char* name, QWidget* beside) {
+QLineEdit* SourceForm::AddLine(const QString& label, const char* name, bool isRow) {
     auto* line = new QLineEdit(this);
     line->setObjectName(name);
     QWidget* field = line;
-    if (beside) {
+    if (isRow) {
         field = new QWidget(this);
         field->setFocusProxy(line);
         auto* layout = new QHBoxLayout(field);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(line, 1);
-        layout->addWidget(beside);
     }
-    m_form->addRow(label, field);
-    static_cast<QLabel*>(m_form->labelForField(field))->setBuddy(line);
+    AddFieldRow(*m_form, label, field);
     line->setAccessibleName(QString(label).remove('&').remove(':'));
     auto* note = new Note(*line, this);
     m_form->addRow(QString(), note);
@@ -89,12 +88,14 @@ QLineEdit* SourceForm::AddLine(const QString& label, const char* name, QWidget* 
 }
 
 void SourceForm::BuildFileRow() {
-    auto* browse = new QPushButton(tr("B&rowse..."), this);
+    m_file = AddLine(tr("F&ile:"), "file", true);
+    m_fileRow = m_file->parentWidget();
+    // Made after the line: Tab goes there next.
+    auto* browse = new QPushButton(tr("B&rowse..."), m_fileRow);
     browse->setObjectName("browse");
     browse->setAccessibleName(tr("Browse for the file"));
     connect(browse, &QPushButton::clicked, this, &SourceForm::AskForFile);
-    m_file = AddLine(tr("F&ile:"), "file", browse);
-    m_fileRow = browse->parentWidget();
+    m_fileRow->layout()->addWidget(browse);
 }
 
 void SourceForm::BuildLogonRows() {

@@ -50,7 +50,7 @@ class SourceForm : public QWidget {
 
  private:
     void BuildServerRows();
-    QLineEdit* AddLine(const QString& label, const char* name, QWidget* beside = nullptr);
+    QLineEdit* AddLine(const QString& label, const char* name, bool isRow = false);
     void BuildFileRow();
     void BuildLogonRows();
     SourceShape Shape() const;

@@ -2,7 +2,6 @@
 #include "designer/expressions/expression_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +12,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/ask_discard.h"
+#include "designer/dialogs/fixed_font.h"
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_edit.h"
 #include "designer/expressions/value_line.h"
@@ -108,7 +109,7 @@ void ExpressionDialog::BuildEditor(QWidget& side) {
     m_text = new ExpressionEdit(&side);
     m_text->setObjectName("expression");
     m_text->setTabChangesFocus(true);
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setFont(FixedFont());
     m_text->setToolTip(tr("Ctrl+Space offers names, Ctrl+Enter is OK"));
     m_text->SetNames(NamesToType(m_model.Source(), m_value->DataSet()));
     m_signature = new QLabel(&side);
@@ -295,6 +296,21 @@ bool ExpressionDialog::Check() {
         Compute();
     }
     return !fault;
+}
+
+// The first Escape closes the help for the arguments; they are shown again when the cursor moves.
+void ExpressionDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_text->hasFocus() && !m_signature->text().isEmpty()) {
+        m_signature->clear();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void ExpressionDialog::reject() {
+    if (!isVisible() || Value() == m_old || AskToDiscard(*this)) {
+        QDialog::reject();
+    }
 }
 
 void ExpressionDialog::accept() {

@@ -45,8 +45,10 @@ class ExpressionDialog : public QDialog {
     ExpressionDialog(DesignModel& model, std::vector<ElementId> ids, const PropertyRow& row,
                      QWidget* parent = nullptr);
     void accept() override;
+    void reject() override;  // asks if the value is changed
 
  protected:
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

@@ -9,6 +9,7 @@
 #include <QSpinBox>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/graphic_dialogs/chart_lists.h"
 #include "designer/graphic_dialogs/expression_field.h"
 #include "designer/graphics/chart_types.h"
@@ -272,7 +273,7 @@ void ChartDataPage::ShowGroup(Part part, std::size_t entry) {
         Groups(part)[entry].expression = field->Value();
         showTexts();
     });
-    m_form->addRow(tr("&Group on:"), field);
+    AddFieldRow(*m_form, tr("&Group on:"), field);
     if (m_isOlder || entry == 0) {
         return;
     }
@@ -334,9 +335,9 @@ void ChartDataPage::ShowValue(std::size_t entry) {
                     QString::fromStdString(Aggregated(word.toStdString(), summary->field)));
             }
         });
-        m_form->addRow(caption, line);
+        AddFieldRow(*m_form, caption, line);
     }
-    m_form->addRow(tr("&Name in the legend:"), label);
+    AddFieldRow(*m_form, tr("&Name in the legend:"), label);
 }
 
 // The aggregates are those of the field; any other expression has none to choose.

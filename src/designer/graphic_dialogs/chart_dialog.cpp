@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/document/properties/properties.h"
 #include "designer/expressions/expression_dialog.h"
@@ -138,11 +139,11 @@ ExpressionField* ChartDialog::MakeTitle(const QString& title, const char* name,
 QWidget* ChartDialog::MakeLookPage() {
     auto* page = new QWidget(m_tabs);
     auto* form = new QFormLayout(page);
-    form->addRow(tr("T&itle:"), MakeTitle(tr("Title"), "chartTitle", &ChartDesign::title));
-    form->addRow(tr("&Category axis:"),
-                 MakeTitle(tr("Title of the category axis"), "categoryTitle", &ChartDesign::categoryTitle));
-    form->addRow(tr("&Value axis:"),
-                 MakeTitle(tr("Title of the value axis"), "valueTitle", &ChartDesign::valueTitle));
+    AddFieldRow(*form, tr("T&itle:"), MakeTitle(tr("Title"), "chartTitle", &ChartDesign::title));
+    AddFieldRow(*form, tr("&Category axis:"),
+                MakeTitle(tr("Title of the category axis"), "categoryTitle", &ChartDesign::categoryTitle));
+    AddFieldRow(*form, tr("&Value axis:"),
+                MakeTitle(tr("Title of the value axis"), "valueTitle", &ChartDesign::valueTitle));
     const auto choice = [&](const char* name, const QStringList& words, const std::string& now) {
         auto* list = new QComboBox(page);
         list->setObjectName(name);

@@ -5,6 +5,7 @@
 #include <QFormLayout>
 #include <QVBoxLayout>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/graphic_dialogs/expression_field.h"
 #include "designer/graphic_dialogs/report_copy.h"
@@ -47,7 +48,7 @@ ExpressionField* ItemDialog::AddLine(const QString& label, const char* name, con
             },
             path, this);
     });
-    m_form->addRow(label, field);
+    AddFieldRow(*m_form, label, field);
     return field;
 }
 

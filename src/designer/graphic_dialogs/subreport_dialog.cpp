@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/graphic_dialogs/parts_table.h"
 #include "designer/graphic_dialogs/report_copy.h"
 #include "designer/tables/tablix_shape.h"
@@ -29,6 +30,7 @@ SubreportDialog::SubreportDialog(DesignModel& model, ElementId subreport, std::f
     auto* line = new QWidget(this);
     m_report = new QLineEdit(QString::fromStdString(design.report), line);
     m_report->setObjectName("subreportFile");
+    m_report->setAccessibleName(tr("Report"));
     auto* file = new QPushButton(tr("&File..."), line);
     file->setObjectName("chooseFile");
     file->setAutoDefault(false);
@@ -37,7 +39,7 @@ SubreportDialog::SubreportDialog(DesignModel& model, ElementId subreport, std::f
     parts->addWidget(m_report, 1);
     parts->addWidget(file);
     line->setFocusProxy(m_report);
-    Form().addRow(tr("Re&port:"), line);
+    AddFieldRow(Form(), tr("Re&port:"), line);
     m_parameters = new PartsTable(tr("Para&meters:"), {tr("Name"), tr("Value")}, this);
     Below().addWidget(m_parameters, 1);
     std::vector<PartsRow> rows;

@@ -74,9 +74,10 @@ void ListsDialog::AddFilterPage(ElementId owner) {
 void ListsDialog::AddGroupExpressions(QVBoxLayout& page, ElementId group) {
     auto* label = new QLabel(tr("Group &on:"), this);
     page.addWidget(label);
-    label->setBuddy(
+    RowTable* table =
         AddList(page, "groupExpressions", tr("Group on"), group, GroupExpressionList(),
-                {{.title = tr("Group on"), .takesExpressions = true, .choices = ValuesOfFields(m_fields)}}));
+                {{.title = tr("Group on"), .takesExpressions = true, .choices = ValuesOfFields(m_fields)}});
+    label->setBuddy(&table->Table());
     m_lists.back().isNeeded = true;
 }
 

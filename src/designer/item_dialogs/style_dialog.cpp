@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/document/item_size.h"
 #include "designer/document/placeholder_text.h"
 #include "designer/item_dialogs/style_sample.h"
@@ -152,7 +153,7 @@ void StyleDialog::BuildBorderPage() {
             ValueField* field = AddField(side + " " + BorderParts[part]);
             grid->addWidget(field, row + 1, part + 1);
             if (part == 0) {
-                label->setBuddy(field);
+                label->setBuddy(&EditedPart(*field));
             }
         }
     }

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_check.h"
 
@@ -75,7 +76,7 @@ ValueField* ValuesDialog::AddField(std::string_view name) {
 
 ValueField* ValuesDialog::AddRow(QFormLayout& form, const QString& label, std::string_view name) {
     ValueField* field = AddField(name);
-    form.addRow(label, field);
+    AddFieldRow(form, label, field);
     return field;
 }
 

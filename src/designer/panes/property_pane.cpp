@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
 
 #include "designer/model/placing.h"
 #include "designer/model/table_selection.h"
@@ -17,7 +18,8 @@ namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
-constexpr int MostNames = 65;  // percent of the width that names take
+// Percent of the width that names take at most: by themselves, and as the user pulls them.
+constexpr int MostNames = 65, MostPulled = 85;
 
 // The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
@@ -97,9 +99,10 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
                     QAbstractItemView::SelectedClicked);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // By the user: a style and a font also resize columns.
-    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
-        const bool isByUser = column == 0 && !m_fitting && QApplication::mouseButtons() != Qt::NoButton;
-        m_isFitted = m_isFitted && !isByUser;
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
+        if (column == 0 && !m_fitting && QApplication::mouseButtons() != Qt::NoButton) {
+            m_nameWidth = width / QFontMetricsF(font()).averageCharWidth();
+        }
     });
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, [this] {
@@ -242,15 +245,9 @@ void PropertyPane::EditCurrent() {
     }
 }
 
-int PropertyPane::NameWidth() const {
-    return m_isFitted ? 0 : columnWidth(0);
-}
-
-void PropertyPane::SetNameWidth(int width) {
-    if (width > 0) {
-        m_isFitted = false;
-        setColumnWidth(0, width);
-    }
+void PropertyPane::SetNameWidth(double width) {
+    m_nameWidth = width;
+    FitNames();
 }
 
 // Up and down only: the names stay.
@@ -260,7 +257,10 @@ void PropertyPane::scrollTo(const QModelIndex& index, ScrollHint hint) {
 
 // The names get the width that they need, but the values have room too.
 void PropertyPane::FitNames() {
-    if (!m_isFitted) {
+    const double character = QFontMetricsF(font()).averageCharWidth();
+    if (m_nameWidth > 0) {
+        const int most = viewport()->width() * MostPulled / 100;
+        SetNamePixels(std::min(static_cast<int>(std::lround(m_nameWidth * character)), most));
         return;
     }
     int width = fontMetrics().horizontalAdvance(headerItem()->text(0));
@@ -271,8 +271,12 @@ void PropertyPane::FitNames() {
             width, isRow ? fontMetrics().horizontalAdvance((*row)->text(0)) + levels * indentation() : 0);
     }
     const int margin = fontMetrics().averageCharWidth() * 2;
+    SetNamePixels(std::min(width + margin, viewport()->width() * MostNames / 100));
+}
+
+void PropertyPane::SetNamePixels(int width) {
     m_fitting = true;
-    setColumnWidth(0, std::min(width + margin, viewport()->width() * MostNames / 100));
+    setColumnWidth(0, width);
     m_fitting = false;
 }
 

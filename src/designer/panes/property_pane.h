@@ -41,9 +41,10 @@ class PropertyPane : public QTreeWidget {
     void EditCurrent();
     // Orders the rows by their names, or by categories.
     void SetAlphabetical(bool isAlphabetical);
-    // The width of the names as the user has pulled it, in pixels; 0: it fits the names.
-    int NameWidth() const;
-    void SetNameWidth(int width);
+    // The width of the names as the user has pulled it, in average characters: it grows with the font. 0: it
+    // fits the names.
+    double NameWidth() const { return m_nameWidth; }
+    void SetNameWidth(double width);
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  protected:
@@ -60,6 +61,7 @@ class PropertyPane : public QTreeWidget {
     void ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const;
     void ShowMatches();
     void FitNames();
+    void SetNamePixels(int width);
     void TakeValue(QTreeWidgetItem& row, int column);
     void Change(const QString& verb, const PropertyRow& property,
                 const std::function<void(Document&, const std::vector<ElementId>&)>& work);
@@ -72,7 +74,7 @@ class PropertyPane : public QTreeWidget {
     bool m_isAlphabetical = false;
     bool m_filling = false;
     bool m_fitting = false;
-    bool m_isFitted = true;  // until the user pulls the border between the columns
+    double m_nameWidth = 0;  // as NameWidth
 };
 
 }  // namespace designer

@@ -3,20 +3,20 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 namespace designer {
 
 PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
-    : QWidget(parent), m_rows(new PropertyPane(model, this)) {
-    auto* find = new QLineEdit(this);
-    find->setObjectName("findProperty");
-    find->setAccessibleName(tr("Find a property by its name or value"));
-    find->setPlaceholderText(tr("Find a name or value"));
-    find->setClearButtonEnabled(true);
-    find->installEventFilter(this);
-    connect(find, &QLineEdit::textChanged, m_rows, &PropertyPane::SetFilter);
+    : QWidget(parent), m_rows(new PropertyPane(model, this)), m_find(new QLineEdit(this)) {
+    m_find->setObjectName("findProperty");
+    m_find->setAccessibleName(tr("Find a property by its name or value"));
+    m_find->setPlaceholderText(tr("Find a name or value"));
+    m_find->setClearButtonEnabled(true);
+    m_find->installEventFilter(this);
+    connect(m_find, &QLineEdit::textChanged, m_rows, &PropertyPane::SetFilter);
     m_order = AddButton("orderProperties", tr("A-Z"), tr("Order by alphabet"),
                         tr("Order by alphabet, not by category"));
     m_order->setCheckable(true);
@@ -30,7 +30,7 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
         expression->setEnabled(row && row->property->expressions != Expressions::No);
     });
     auto* line = new QHBoxLayout;
-    line->addWidget(find, 1);
+    line->addWidget(m_find, 1);
     line->addWidget(m_order);
     line->addWidget(expression);
     auto* layout = new QVBoxLayout(this);
@@ -40,6 +40,22 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
     setAccessibleName(m_rows->accessibleName());
     setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(m_rows);
+    FitFind();
+}
+
+// Beside the text there is the button that clears it.
+void PropertyPanel::FitFind() {
+    const QFontMetrics metrics = fontMetrics();
+    const int button = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, m_find);
+    m_find->setMinimumWidth(metrics.horizontalAdvance(m_find->placeholderText()) +
+                            metrics.averageCharWidth() * 3 + button);
+}
+
+void PropertyPanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        FitFind();
+    }
 }
 
 PropertyLook PropertyPanel::Look() const {

@@ -7,6 +7,7 @@
 
 #include "designer/panes/property_pane.h"
 
+class QLineEdit;
 class QToolButton;
 
 namespace designer {
@@ -14,7 +15,7 @@ namespace designer {
 // What the user has chosen of it.
 struct PropertyLook {
     bool isAlphabetical = false;
-    int nameWidth = 0;  // as PropertyPane::NameWidth
+    double nameWidth = 0;  // as PropertyPane::NameWidth
 };
 
 class PropertyPanel : public QWidget {
@@ -30,11 +31,15 @@ class PropertyPanel : public QWidget {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
  private:
     QToolButton* AddButton(const char* name, const QString& text, const QString& title, const QString& tip);
 
+    void FitFind();  // its hint is not cut
+
     PropertyPane* m_rows;
+    QLineEdit* m_find;
     QToolButton* m_order;
 };
 

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <charconv>
 
+#include "designer/dialogs/ask_discard.h"
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_check.h"
 #include "designer/model/element_rows.h"
@@ -92,6 +93,12 @@ bool CodeDialog::Check() {
             tr("Not checked, as the report has another fault: %1").arg(QString::fromStdString(fault)));
     }
     return !isOwn;
+}
+
+void CodeDialog::reject() {
+    if (!isVisible() || Text() == m_old || AskToDiscard(*this)) {
+        QDialog::reject();
+    }
 }
 
 void CodeDialog::accept() {

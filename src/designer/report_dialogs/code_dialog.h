@@ -20,6 +20,7 @@ class CodeDialog : public QDialog {
     // The model must live as long as the dialog.
     explicit CodeDialog(DesignModel& model, QWidget* parent = nullptr);
     void accept() override;
+    void reject() override;  // asks if the code is changed
 
  private:
     // Shows the fault of what is typed, and returns whether there is none.

@@ -3,13 +3,13 @@
 
 #include <Qsci/qscilexercustom.h>
 
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
 
+#include "designer/dialogs/fixed_font.h"
 #include "platform/base/ascii.h"
 
 namespace designer {
@@ -111,7 +111,7 @@ void CodeEditor::TakeColours() {
     const QPalette& colours = palette();
     const bool isDark = colours.color(QPalette::Base).lightness() < 128;
     QsciLexer& lexer = *this->lexer();
-    const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont font = FixedFont().resolve(this->font());
     lexer.setDefaultFont(font);
     lexer.setFont(font);
     lexer.setDefaultPaper(colours.color(QPalette::Base));
@@ -133,7 +133,7 @@ void CodeEditor::TakeColours() {
 
 void CodeEditor::changeEvent(QEvent* event) {
     QsciScintilla::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && lexer()) {
+    if ((event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) && lexer()) {
         TakeColours();
     }
 }

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/document/properties/properties.h"
 #include "designer/expressions/row_table.h"
@@ -88,8 +89,7 @@ ExpressionLine* LinksDialog::AddLine(QFormLayout& form, const char* name, const 
         this);
     line->SetText(m_old.*member);
     line->Line().setPlaceholderText(hint);
-    form.addRow(label, line);
-    static_cast<QLabel*>(form.labelForField(line))->setBuddy(&line->Line());
+    AddFieldRow(form, label, line);
     connect(line, &ExpressionLine::Edited, this, [this] { m_note->Clear(); });
     return line;
 }

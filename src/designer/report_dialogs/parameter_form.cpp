@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/report_dialogs/values_form.h"
 #include "platform/base/ascii.h"
@@ -78,7 +79,7 @@ QWidget* ParameterForm::BuildGeneral(bool hasMultiple) {
     form->addRow(tr("Na&me:"), m_name);
     form->addRow(QString(), m_nameNote);
     form->addRow(tr("&Type:"), m_type);
-    form->addRow(tr("&Prompt:"), m_prompt);
+    AddFieldRow(*form, tr("&Prompt:"), m_prompt);
     form->addRow(QString(), checks);
     connect(m_name, &QLineEdit::textEdited, this, [this](const QString& name) {
         m_nameNote->Clear();
@@ -111,6 +112,12 @@ ValuesForm* ParameterForm::AddValues(const DesignModel& model, bool isValid, con
         }
     });
     return form;
+}
+
+void ParameterForm::EditName() {
+    m_tabs->setCurrentIndex(0);
+    m_name->setFocus();
+    m_name->selectAll();
 }
 
 void ParameterForm::Show(const ReportParameter& parameter) {

@@ -30,6 +30,8 @@ class ParameterForm : public QWidget {
 
     void Show(const ReportParameter& parameter);
     ReportParameter Parameter();
+    // Puts the focus into the name, which the next key replaces.
+    void EditName();
     // Looks whether the parameter can be so among `others`; says why not, and puts the focus there.
     bool IsComplete(const std::vector<ReportParameter>& others);
     // Says what is wrong with a default or a valid value that is typed, and puts the focus there.

@@ -129,7 +129,7 @@ void ParametersDialog::Add() {
     m_parameters.push_back({.name = name, .prompt = name});
     m_list->addItem(QString::fromStdString(name));
     m_list->setCurrentRow(m_list->count() - 1);
-    m_form->setFocus();
+    m_form->EditName();
 }
 
 // What still names the parameter would be a fault of the report.

@@ -2,12 +2,12 @@
 #include "designer/report_dialogs/shared_query_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "designer/dialogs/fixed_font.h"
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/sql_colours.h"
 #include "platform/contracts/runtime.h"
@@ -25,7 +25,7 @@ SharedQueryDialog::SharedQueryDialog(std::filesystem::path file, QWidget* parent
     setWindowTitle(tr("Shared Data Set %1").arg(QString::fromStdString(m_file.Path().stem().string())));
     m_query->setObjectName("sharedQuery");
     m_query->setTabChangesFocus(true);
-    m_query->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_query->setFont(FixedFont());
     m_query->setPlainText(QString::fromStdString(m_file.TextAt(QueryText)));
     new SqlColours(m_query->document(), m_query->palette());
     m_note = new Note(*m_query, this);

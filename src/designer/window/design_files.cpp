@@ -89,9 +89,10 @@ bool DesignWindow::OpenFile(const fs::path& file) {
     }
 }
 
+// The file may have been changed since: that it is as it was only its digest tells, and not its time.
 void DesignWindow::ShowLost(const LostReport& lost) {
-    m_stamp = lost.original.empty() ? std::nullopt : StampOf(lost.original);
-    m_digest.clear();
+    m_stamp = lost.original.empty() ? std::nullopt : std::optional(FileStamp());
+    m_digest = lost.digest;
     m_claim.Release();
     m_isReadOnly = !lost.original.empty() && !m_claim.Take(lost.original);
     m_isLost = true;
@@ -100,7 +101,7 @@ void DesignWindow::ShowLost(const LostReport& lost) {
 }
 
 void DesignWindow::ShowNew(const std::string& bytes, const Logon& logon) {
-    ShowLost({.copy = {}, .original = {}, .bytes = bytes});
+    ShowLost({.copy = {}, .original = {}, .digest = {}, .bytes = bytes});
     const std::vector<ReportSource> sources = SourcesOf(m_model->Source());
     if (!sources.empty() && !logon.user.empty()) {
         m_model->SourceLogons()[sources.front().name] = logon;
@@ -292,7 +293,7 @@ void DesignWindow::KeepCopy() {
         return;
     }
     try {
-        m_recovery.Write(m_model->File(), Bytes());
+        m_recovery.Write(m_model->File(), m_digest, Bytes());
     } catch (const SourceFlaw&) {
         // A character that the encoding of the file does not have: saving reports it.
     }

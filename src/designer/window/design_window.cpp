@@ -18,6 +18,7 @@
 #include "designer/panes/property_panel.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/designer_settings.h"
+#include "designer/window/placeholder_colour.h"
 #include "designer/window/preview_page.h"
 #include "designer/window/source_page.h"
 #include "designer/window/xml_page.h"
@@ -34,6 +35,7 @@ DesignWindow::DesignWindow(QWidget* parent)
     : QMainWindow(parent), m_model(std::make_unique<DesignModel>(Document(BlankReport()))) {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName("designWindow");
+    MendPlaceholderColour();
     BuildParts();
     BuildDocks();
     BuildMenus();
@@ -236,6 +238,8 @@ void DesignWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         // Not within the event: a box would take the activation away again.
         QTimer::singleShot(0, this, &DesignWindow::LookAtFile);
+    } else if (event->type() == QEvent::PaletteChange) {
+        QTimer::singleShot(0, this, &MendPlaceholderColour);  // all windows have the new colours then
     }
 }
 

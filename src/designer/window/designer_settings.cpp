@@ -12,7 +12,7 @@ constexpr const char* RecentKey = "recent";
 constexpr const char* GeometryKey = "window/geometry";
 constexpr const char* StateKey = "window/state";
 constexpr const char* AlphabetKey = "properties/alphabetical";
-constexpr const char* NameWidthKey = "properties/nameWidth";
+constexpr const char* NameWidthKey = "properties/nameCharacters";
 
 QSettings Settings() {
     return QSettings(QString::fromStdString((ConfigPlace() / "designer.ini").string()), QSettings::IniFormat);
@@ -42,7 +42,7 @@ WindowLook LastWindowLook() {
     QSettings settings = Settings();
     return {settings.value(GeometryKey).toByteArray(),
             settings.value(StateKey).toByteArray(),
-            {settings.value(AlphabetKey).toBool(), settings.value(NameWidthKey).toInt()}};
+            {settings.value(AlphabetKey).toBool(), settings.value(NameWidthKey).toDouble()}};
 }
 
 void KeepWindowLook(const WindowLook& look) {

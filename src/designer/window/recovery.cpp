@@ -18,6 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* Ending = ".unsaved";
+// After the name of the original and after its digest: no name has this character.
+constexpr char FieldEnd = '\0';
 
 QString LockOf(const fs::path& copy) {
     return QString::fromStdString(copy.string() + ".lock");
@@ -52,7 +54,7 @@ RecoveryFile::~RecoveryFile() {
     Remove();
 }
 
-void RecoveryFile::Write(const fs::path& original, std::string_view bytes) {
+void RecoveryFile::Write(const fs::path& original, const std::string& digest, std::string_view bytes) {
     try {
         if (m_file.empty()) {
             std::error_code ignored;
@@ -64,7 +66,7 @@ void RecoveryFile::Write(const fs::path& original, std::string_view bytes) {
         }
         AtomicFile copy(m_file, AtomicFile::IfThere::Replace, AtomicFile::Readers::Owner,
                         AtomicFile::Lasting::Brief);
-        copy.Write(original.string() + "\n");
+        copy.Write(original.string() + FieldEnd + digest + FieldEnd);
         copy.Write(bytes);
         copy.Commit();
     } catch (const RuntimeError&) {
@@ -91,9 +93,11 @@ std::vector<LostReport> FindLostReports() {
             continue;
         }
         const auto whole = ReadSmallFile(copy, SourceLimits().bytes + 4096);
-        const std::size_t line = whole ? whole->find('\n') : std::string::npos;
-        if (line != std::string::npos) {
-            lost.push_back({copy, whole->substr(0, line), whole->substr(line + 1)});
+        const std::size_t name = whole ? whole->find(FieldEnd) : std::string::npos;
+        const std::size_t digest = name == std::string::npos ? name : whole->find(FieldEnd, name + 1);
+        if (digest != std::string::npos) {
+            lost.push_back({copy, whole->substr(0, name), whole->substr(name + 1, digest - name - 1),
+                            whole->substr(digest + 1)});
         }
     }
     return lost;

@@ -23,9 +23,10 @@ class RecoveryFile {
     RecoveryFile(const RecoveryFile&) = delete;
     RecoveryFile& operator=(const RecoveryFile&) = delete;
 
-    // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. A copy
-    // that cannot be written is no error: the user continues without it.
-    void Write(const std::filesystem::path& original, std::string_view bytes);
+    // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. `digest`
+    // is the SHA-256 of what was read from that file or written to it last; empty if not known. A copy that
+    // cannot be written is no error: the user continues without it.
+    void Write(const std::filesystem::path& original, const std::string& digest, std::string_view bytes);
     void Remove();
 
  private:
@@ -36,6 +37,7 @@ class RecoveryFile {
 struct LostReport {
     std::filesystem::path copy;
     std::filesystem::path original;  // empty if it had none
+    std::string digest;              // of what the original had, as far as the window knew; empty: not known
     std::string bytes;
 };
 

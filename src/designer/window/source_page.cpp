@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/window/source_page.h"
 
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextBlock>
 #include <QVBoxLayout>
+
+#include "designer/dialogs/fixed_font.h"
 
 namespace designer {
 
@@ -18,7 +19,7 @@ SourcePage::SourcePage(QWidget* parent)
     m_message->setTextFormat(Qt::PlainText);
     m_text->setObjectName("txtSource");
     m_text->setAccessibleName(tr("Text of the report file"));
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setFont(FixedFont());
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto* open = new QPushButton(tr("Open in the &Designer"), this);
     open->setObjectName("cmdOpenDesign");

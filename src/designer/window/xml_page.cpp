@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QEvent>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/fixed_font.h"
 #include "designer/window/typed_change.h"
 #include "designer/window/xml_colours.h"
 
@@ -65,7 +65,7 @@ XmlPage::XmlPage(DesignModel& model, QWidget* parent)
 void XmlPage::BuildParts() {
     m_text->setObjectName("txtXml");
     m_text->setAccessibleName(tr("XML text of the report"));
-    ShowFont();
+    m_text->setFont(FixedFont());
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_message->setObjectName("lblXmlFlaw");
     m_message->setWordWrap(true);
@@ -86,15 +86,6 @@ void XmlPage::BuildParts() {
     layout->addLayout(top);
     layout->addWidget(m_text, 1);
     setFocusProxy(m_text);
-}
-
-// As large as the other texts of the window.
-void XmlPage::ShowFont() {
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (font().pointSizeF() > 0) {
-        fixed.setPointSizeF(font().pointSizeF());
-    }
-    m_text->setFont(fixed);
 }
 
 void XmlPage::ShowCommands() {
@@ -213,8 +204,6 @@ void XmlPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         m_colours->SetPalette(palette());
-    } else if (event->type() == QEvent::FontChange) {
-        ShowFont();
     }
 }
 

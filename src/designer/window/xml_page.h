@@ -45,7 +45,6 @@ class XmlPage : public QWidget {
     void Revert();
     std::string Typed() const;
     void GoTo(std::size_t line, std::size_t column);
-    void ShowFont();
     void ShowCommands();
 
     DesignModel& m_model;

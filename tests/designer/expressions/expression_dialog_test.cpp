@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "../report_text.h"
+#include "../window/answered_box.h"
 #include "support/form_driver.h"
 #include "support/temporary_folder.h"
 
@@ -236,6 +237,32 @@ TEST_F(ExpressionDialogTest, EscapeClosesTheNamesOnly) {
     Press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_THAT(Offered(), testing::IsEmpty());
     EXPECT_NE(Note(), "") << "Ctrl+Return is OK, which does not take this";
+}
+
+TEST_F(ExpressionDialogTest, EscapeClosesTheHelpForArgumentsAndThenAsks) {
+    Type("expression", "");
+    Add("=mid");
+    Press(Qt::Key_Return);
+    EXPECT_NE(The<QLabel>("signature").text(), "");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(The<QLabel>("signature").text(), "");
+    EXPECT_TRUE(m_dialog->isVisible());
+    const auto escape = [] { Press(Qt::Key_Escape); };
+    EXPECT_EQ(test::Answer(escape, "Keep"), "Discard what was typed here?");
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    EXPECT_EQ(Text(), "=Mid()");
+    Add("\"a\"");
+    EXPECT_THAT(The<QLabel>("signature").text().toStdString(), testing::StartsWith("Mid(<b>text</b>"));
+    Press(Qt::Key_Escape);
+    test::Answer(escape, "Discard");
+    EXPECT_FALSE(m_dialog->isVisible());
+    EXPECT_EQ(Written(), "=1");
+}
+
+TEST_F(ExpressionDialogTest, EscapeClosesWhatIsNotChanged) {
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(m_dialog->isVisible());
 }
 
 TEST_F(ExpressionDialogTest, NoNamesAreOfferedInATextAndForAConstant) {

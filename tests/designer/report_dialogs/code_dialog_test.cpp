@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 
+#include "../window/answered_box.h"
 #include "designer/report_dialogs/code_editor.h"
 #include "support/form_driver.h"
 
@@ -70,6 +71,20 @@ TEST_F(CodeDialogTest, OkWithoutAChangeChangesNothing) {
     EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
     EXPECT_EQ(Text(), Report(Twice));
     EXPECT_EQ(m_model.Source().UndoCount(), 0U);
+}
+
+TEST_F(CodeDialogTest, EscapeAsksBeforeWhatIsTypedIsLost) {
+    Open(Report(Twice));
+    const auto escape = [this] { QTest::keyClick(&Editor(), Qt::Key_Escape); };
+    escape();
+    EXPECT_FALSE(m_dialog->isVisible());
+    Open(Report(Twice));
+    QTest::keyClicks(&Editor(), "x");
+    EXPECT_EQ(test::Answer(escape, "Keep"), "Discard what was typed here?");
+    EXPECT_TRUE(m_dialog->isVisible());
+    test::Answer(escape, "Discard");
+    EXPECT_FALSE(m_dialog->isVisible());
+    EXPECT_EQ(Text(), Report(Twice));
 }
 
 TEST_F(CodeDialogTest, LinesAreTypedAndIndentedAsTheOneBefore) {
@@ -135,7 +150,7 @@ TEST_F(CodeDialogTest, AFaultElsewhereIsNoReasonToRefuse) {
     QTest::keyClick(&Editor(), Qt::Key_Return);
     QTest::qWait(500);
     EXPECT_THAT(Note(), HasSubstr("Not checked, as the report has another fault: "));
-    QTest::keyClick(&Editor(), Qt::Key_Escape);
+    test::Answer([this] { QTest::keyClick(&Editor(), Qt::Key_Escape); }, "Discard");
     EXPECT_FALSE(m_dialog->isVisible());
 }
 

@@ -152,6 +152,16 @@ TEST_F(DataDialogsTest, ASourceMovesIntoAFileOfItsOwnAndBack) {
     EXPECT_EQ(Report().Text(), Sales);
 }
 
+TEST_F(DataDialogsTest, TabGoesToTheFileAndThenToItsButton) {
+    Open<DataSourceDialog>();
+    Pick("provider", "CSV or text file");
+    The<QWidget>("provider").setFocus();
+    for (const char* next : {"file", "browse", "asText"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), next);
+    }
+}
+
 TEST_F(DataDialogsTest, ANewSourceIsAdded) {
     Open<DataSourceDialog>();
     Pick("part", "(a new data source)");

@@ -201,6 +201,13 @@ TEST_F(ParametersDialogTest, APromptThatIsTheNameFollowsIt) {
     EXPECT_THAT(Text(), Not(HasSubstr("<Prompt>Month</Prompt>")));
 }
 
+TEST_F(ParametersDialogTest, TypingReplacesTheNameThatIsProposed) {
+    Page(1);
+    Press("add");
+    QTest::keyClicks(QApplication::focusWidget(), "Cities");
+    EXPECT_EQ(The<QLineEdit>("name").text(), "Cities");
+}
+
 TEST_F(ParametersDialogTest, AParameterIsAddedWithTypeValuesAndFlags) {
     Press("add");
     EXPECT_EQ(The<QLineEdit>("name").text(), "Parameter1");

@@ -2,18 +2,25 @@
 // Every control has a name for those who do not see it, no key means two things, and no text is cut at large
 // fonts: in the window with each of its tabs, and in its dialogs. With OXC_PICTURES set to a folder, pictures
 // of them are left there, in light and dark colours.
+#include <Qsci/qscilexer.h>
+
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStyleOptionFrame>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QWizard>
 
+#include "../tables/small_tables.h"
+#include "designer/report_dialogs/code_editor.h"
 #include "support/modal.h"
 #include "window_fixture.h"
 
@@ -89,6 +96,30 @@ std::vector<std::string> KeysTwice(QWidget& window) {
     return faults;
 }
 
+// Keys of labels that lead elsewhere than to what is typed or chosen there.
+std::vector<std::string> KeysAstray(QWidget& window) {
+    std::vector<std::string> faults;
+    QTest::qWait(1);  // a key of a label that was just shown is not known before
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        const QKeySequence key = QKeySequence::mnemonic(label->text());
+        const QWidget* const named = label->buddy();
+        if (!label->isVisible() || key.isEmpty() || (named && !named->isEnabled())) {
+            continue;
+        }
+        if (QWidget* const before = QApplication::focusWidget()) {
+            before->clearFocus();
+        }
+        QTest::keySequence(&window, key);
+        const QWidget* const reached = QApplication::focusWidget();
+        const bool isWithin = named && reached && (reached == named || named->isAncestorOf(reached));
+        if (!isWithin || qobject_cast<const QAbstractButton*>(reached)) {
+            faults.push_back(label->text().toStdString() + " leads to " +
+                             (reached ? NameFor(*reached) : "nothing"));
+        }
+    }
+    return faults;
+}
+
 using Faults = std::vector<std::string>;
 
 void TakePictures(QWidget& window, const std::string& what) {
@@ -116,6 +147,19 @@ void ExpectNoFaults(QWidget& window, const char* what) {
     EXPECT_EQ(Nameless(window), Faults());
     EXPECT_EQ(KeysTwice(window), Faults());
     EXPECT_EQ(CutTexts(window), Faults());
+    EXPECT_EQ(KeysAstray(window), Faults());
+}
+
+// On each of its pages.
+void ExpectNoFaultsOnPages(QWidget& dialog, const std::string& what) {
+    auto* pages = dialog.findChild<QTabWidget*>();
+    for (int page = 0; page < (pages ? pages->count() : 1); ++page) {
+        if (pages) {
+            pages->setCurrentIndex(page);
+        }
+        QTest::qWait(1);
+        ExpectNoFaults(dialog, (what + (page > 0 ? "-" + std::to_string(page) : "")).c_str());
+    }
 }
 
 // A report with a parameter of each kind, a table and a data source.
@@ -146,7 +190,7 @@ class Accessible : public WindowTest, public testing::WithParamInterface<int> {
     ~Accessible() override { QApplication::setFont(m_font); }
     void ExpectOf(const char* command) {
         fakes::WhileModal<QDialog>([&] { Find<QAction>(command).trigger(); },
-                                   [&](QDialog& dialog) { ExpectNoFaults(dialog, command); });
+                                   [&](QDialog& dialog) { ExpectNoFaultsOnPages(dialog, command); });
     }
     const QFont m_font;
 };
@@ -161,6 +205,64 @@ TEST_P(Accessible, AreTheTabsOfTheWindow) {
     ExpectNoFaults(*m_window, "preview");
     Run("viewXml");
     ExpectNoFaults(*m_window, "XML");
+}
+
+// Texts of fixed width are as large as all others.
+std::vector<std::string> SmallEditors(const QWidget& window) {
+    std::vector<std::string> faults;
+    for (const QPlainTextEdit* editor : window.findChildren<QPlainTextEdit*>()) {
+        if (editor->font().pointSize() != QApplication::font().pointSize()) {
+            faults.push_back(NameFor(*editor));
+        }
+    }
+    return faults;
+}
+
+TEST_P(Accessible, AreTextsOfFixedWidth) {
+    EXPECT_EQ(SmallEditors(*m_window), Faults());
+    Select({"Title"});
+    for (const char* command : {"reportExpression", "reportDataSet"}) {
+        fakes::WhileModal<QDialog>([&] { Find<QAction>(command).trigger(); },
+                                   [](QDialog& dialog) {
+                                       EXPECT_NE(dialog.findChild<QPlainTextEdit*>(), nullptr);
+                                       EXPECT_EQ(SmallEditors(dialog), Faults());
+                                   });
+    }
+    fakes::WhileModal<QDialog>([&] { Find<QAction>("reportCode").trigger(); },
+                               [](QDialog& dialog) {
+                                   const auto& code = *dialog.findChild<CodeEditor*>();
+                                   EXPECT_EQ(code.lexer()->font(0).pointSize(),
+                                             QApplication::font().pointSize());
+                               });
+}
+
+TEST_P(Accessible, IsTheHintForFindingProperties) {
+    const auto& find = Find<QLineEdit>("findProperty");
+    QStyleOptionFrame frame;
+    frame.initFrom(&find);
+    auto& dock = Find<QDockWidget>("dockProperties");
+    m_window->resizeDocks({&dock}, {1}, Qt::Horizontal);
+    Settle();
+    const QRect room = find.style()->subElementRect(QStyle::SE_LineEditContents, &frame, &find);
+    EXPECT_GE(room.width(), find.fontMetrics().horizontalAdvance(find.placeholderText()));
+}
+
+// As on a desktop whose colours have none for hints.
+TEST_P(Accessible, AreHintsOnDarkColours) {
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button}) {
+        dark.setColor(role, QColor(30, 30, 30));
+    }
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    QApplication::setPalette(dark);
+    Settle();
+    const QColor hint = Find<QLineEdit>("findProperty").palette().color(QPalette::PlaceholderText);
+    EXPECT_GT(hint.lightness(), 128);
+    QApplication::setPalette(before);
+    Settle();
+    EXPECT_LT(Find<QLineEdit>("findProperty").palette().color(QPalette::PlaceholderText).lightness(), 128);
 }
 
 TEST_P(Accessible, AreItsDialogs) {
@@ -218,6 +320,36 @@ TEST_P(Accessible, AreDialogsOfChartsAndGauges) {
                                });
     Select({"Gauge1"});
     ExpectOf("reportItem");
+}
+
+TEST_P(Accessible, AreDialogsOfBarCodesAndSubreports) {
+    for (const NewItem kind : {NewItem::BarCode, NewItem::Subreport}) {
+        ElementId made = NoElement;
+        Model().Edit("Item", [&](Document& document) {
+            made = InsertItem(document, Model().Items().bands[0], kind, {0, 0, 100, 100},
+                              {.report = "other.rdl"});
+        });
+        Model().Select({made});
+        Settle();
+        ExpectOf("reportItem");
+    }
+}
+
+TEST_P(Accessible, AreDialogsOfTablesAndGroups) {
+    WriteBytes(
+        m_home / "table.rdl",
+        With(Report(ListTablix(
+                 "<TablixMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>="
+                 "Fields!Region.Value</GroupExpression></GroupExpressions></Group><TablixMembers>"
+                 "<TablixMember/></TablixMembers></TablixMember><TablixMember><Group Name=\"Details\"/>"
+                 "</TablixMember>")),
+             "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>"));
+    ASSERT_TRUE(m_window->OpenFile(m_home / "table.rdl"));
+    Settle();
+    Click(At("A"));
+    for (const char* command : {"groupProperties", "tableSortFilter", "groupParent"}) {
+        ExpectOf(command);
+    }
 }
 
 TEST_P(Accessible, AreThePagesOfTheWizard) {

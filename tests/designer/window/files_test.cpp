@@ -212,32 +212,71 @@ TEST_F(Files, ABrokenFileIsATextThatCanBeMended) {
     EXPECT_EQ(Written(), SmallReport());
 }
 
-TEST_F(Files, WhatWasNotSavedIsOffered) {
-    Select({"Title"});
-    Key(Qt::Key_Right);
-    QTest::qWait(2200);
-    // The copy belongs to this process, which lives.
-    EXPECT_TRUE(FindLostReports().empty());
-    std::filesystem::path copy;
-    for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder())) {
-        copy = entry.path().extension() == ".unsaved" ? entry.path() : copy;
+// What a window leaves that was ended by force while its report was changed.
+class EndedByForce : public WindowTest {
+ protected:
+    EndedByForce() {
+        Select({"Title"});
+        Key(Qt::Key_Right);
+        m_changed = Model().Source().Bytes();
+        QTest::qWait(2200);
+        // The copy belongs to this process, which lives.
+        EXPECT_TRUE(FindLostReports().empty());
+        for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder())) {
+            m_copy = entry.path().extension() == ".unsaved" ? entry.path() : m_copy;
+        }
+        const std::string bytes = ReadBytes(m_copy);
+        Answer([&] { m_window->close(); }, "Discard");
+        EXPECT_FALSE(std::filesystem::exists(m_copy));
+        WriteBytes(m_copy, bytes);
     }
-    ASSERT_FALSE(copy.empty());
-    const std::string bytes = ReadBytes(copy);
-    Run("fileSave");
-    EXPECT_FALSE(std::filesystem::exists(copy));
-    // As a process leaves it that was killed.
-    WriteBytes(copy, bytes);
-    DesignerProgram program;
-    EXPECT_EQ(Answer([&] { program.Start({}); }, "Recover"),
-              "The designer was ended before the changes of \"" + File().string() + "\" were saved.");
-    ASSERT_EQ(program.Windows().size(), 1);
-    DesignWindow* recovered = program.Windows().front();
-    EXPECT_EQ(recovered->File(), File());
-    EXPECT_TRUE(recovered->isWindowModified());
-    EXPECT_EQ(recovered->Model().Source().Bytes(), bytes.substr(bytes.find('\n') + 1));
-    EXPECT_FALSE(std::filesystem::exists(copy));
-    delete recovered;
+    ~EndedByForce() override { qDeleteAll(m_program.Windows()); }
+    DesignWindow& Recover() {
+        EXPECT_EQ(Answer([&] { m_program.Start({}); }, "Recover"),
+                  "The designer was ended before the changes of \"" + File().string() + "\" were saved.");
+        EXPECT_EQ(m_program.Windows().size(), 1);
+        return *m_program.Windows().front();
+    }
+    static void Save(DesignWindow& window) { window.findChild<QAction*>("fileSave")->trigger(); }
+
+    std::string m_changed;
+    std::filesystem::path m_copy;
+    DesignerProgram m_program;
+};
+
+TEST_F(EndedByForce, WhatWasNotSavedIsOffered) {
+    DesignWindow& recovered = Recover();
+    EXPECT_EQ(recovered.File(), File());
+    EXPECT_TRUE(recovered.isWindowModified());
+    EXPECT_EQ(recovered.Model().Source().Bytes(), m_changed);
+    EXPECT_FALSE(std::filesystem::exists(m_copy));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&recovered));
+    QTest::qWait(2200);  // the window looks at the file, which is as it was
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    Save(recovered);
+    EXPECT_EQ(Written(), m_changed);
+}
+
+TEST_F(EndedByForce, SavingAsksWhenTheFileWasChangedBeforeItIsRecovered) {
+    const std::string other = SmallReport() + "<!-- other -->\n";
+    WriteBytes(File(), other);
+    DesignWindow& recovered = Recover();
+    EXPECT_EQ(Answer([&] { Save(recovered); }, "Cancel"),
+              "Another program has changed \"sales.rdl\" since it was opened here.");
+    EXPECT_EQ(Written(), other);
+    EXPECT_TRUE(recovered.isWindowModified());
+    Answer([&] { Save(recovered); }, "Overwrite");
+    EXPECT_EQ(Written(), m_changed);
+}
+
+TEST_F(EndedByForce, AChangeOfTheFileBeforeItIsRecoveredIsNoticed) {
+    WriteBytes(File(), SmallReport() + "<!-- other -->\n");
+    DesignWindow& recovered = Recover();
+    EXPECT_EQ(Answer([] { QTest::qWait(2500); }, "Keep What Is Here"),
+              "Another program has changed \"sales.rdl\".");
+    EXPECT_EQ(recovered.Model().Source().Bytes(), m_changed);
+    Save(recovered);
+    EXPECT_EQ(Written(), m_changed);
 }
 
 TEST_F(Files, RecentFilesAreKept) {

@@ -277,6 +277,14 @@ TEST_F(PropertyHabits, OrderAndColumnsAreThereAgain) {
     EXPECT_EQ(rows.topLevelItem(0)->childCount(), 0);  // no categories
     EXPECT_EQ(rows.columnWidth(0), width);
     EXPECT_EQ(next.findChild<QDockWidget*>("dockProperties")->width(), dockWidth);
+    // It is a width for names: larger ones need more.
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPointSizeF(font.pointSizeF() * 1.25);
+    QApplication::setFont(large);
+    Settle();
+    EXPECT_GT(rows.columnWidth(0), width);
+    QApplication::setFont(font);
 }
 
 }  // namespace
