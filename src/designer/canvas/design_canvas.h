@@ -95,7 +95,9 @@ class DesignCanvas : public QAbstractScrollArea {
     std::optional<std::size_t> CurrentBand() const;
     // Lays the report out and paints it now, if a change waits for it.
     void Refresh();
-    const std::string& Failure() const { return m_picture.Failure(); }
+    // What the engine said of what it could not draw, one text for each item that is a box.
+    const std::vector<std::string>& Failures() const { return m_picture.Failures(); }
+    std::string Failure() const { return Failures().empty() ? std::string() : Failures().front(); }
 
  signals:
     void ZoomChanged();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/canvas/design_picture.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -11,14 +12,26 @@
 namespace designer {
 namespace {
 
-constexpr int MostAttempts = 8;  // each lays the report out without one item more
+constexpr int MostAttempts = 40;  // each lays the report out without one item more
 constexpr std::chrono::seconds MostTime{5};
+constexpr std::chrono::seconds MostTries{2};  // no further attempt begins after these
 constexpr std::int64_t MostMegabytes = 1024;
+
+// Leaves what the message names out of the next attempt. Returns false if nothing more can be left out.
+bool LeaveOut(const Document& document, const std::string& message, DesignOptions& options) {
+    const ElementId item = ItemNamedIn(document, message);
+    if (item != NoElement) {
+        return options.boxes.insert(item).second;
+    }
+    const std::string picture = PictureNamedIn(document, message);
+    return !picture.empty() && options.pictures.insert(picture).second;
+}
 
 }  // namespace
 
 void DesignPicture::Make(const DesignModel& model) {
-    m_failure.clear();
+    m_failures.clear();
+    const auto begin = std::chrono::steady_clock::now();
     DesignOptions options;
     options.folder = model.File().parent_path();
     for (int attempt = 0; attempt < MostAttempts; ++attempt) {
@@ -39,11 +52,9 @@ void DesignPicture::Make(const DesignModel& model) {
             return;
         } catch (const RuntimeError& error) {
             m_pages.reset();
-            if (m_failure.empty()) {
-                m_failure = error.Description();
-            }
-            const ElementId item = ItemNamedIn(model.Source(), error.Description());
-            if (item == NoElement || !options.boxes.insert(item).second) {
+            m_failures.push_back(error.Description());
+            if (!LeaveOut(model.Source(), error.Description(), options) ||
+                std::chrono::steady_clock::now() - begin > MostTries) {
                 return;
             }
         }
@@ -61,7 +72,9 @@ void DesignPicture::PaintBand(std::size_t band, QPainter& painter) {
     try {
         m_pages->Draw(m_bands[band].page, painter);
     } catch (const RuntimeError& error) {
-        m_failure = error.Description();
+        if (std::find(m_failures.begin(), m_failures.end(), error.Description()) == m_failures.end()) {
+            m_failures.push_back(error.Description());
+        }
     }
     painter.restore();
 }

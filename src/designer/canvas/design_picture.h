@@ -16,21 +16,21 @@ namespace designer {
 
 class DesignPicture {
  public:
-    // Lays the report out as it is now. If that fails there is no picture. Failure says why, and why the
-    // first of the items that are boxes is one.
+    // Lays the report out as it is now. If that fails there is no picture. Failures says why, and why
+    // the items that are boxes are.
     void Make(const DesignModel& model);
-    const std::string& Failure() const { return m_failure; }
+    const std::vector<std::string>& Failures() const { return m_failures; }
     bool IsThere() const { return m_pages != nullptr; }
 
     // Draws a band of the model's Items at the painter's origin, one point as one unit. What cannot be drawn
-    // is left out, and Failure says why.
+    // is left out, and Failures says why.
     void PaintBand(std::size_t band, QPainter& painter);
 
  private:
     std::shared_ptr<report::Report> m_report;  // outlives its pages
     std::unique_ptr<report::PageView> m_pages;
     std::vector<DesignBand> m_bands;
-    std::string m_failure;
+    std::vector<std::string> m_failures;
 };
 
 }  // namespace designer

@@ -36,6 +36,9 @@ class CopyMaker {
         for (const ReportItem& item : m_items.items) {
             m_places[m_document.IndexOf(item.id)] = item.place;
         }
+        for (const std::string& picture : m_options.pictures) {
+            m_writer.LeaveImageOut(picture);
+        }
         m_writer.Around(0, [this] { Report(); });
         m_copy.text = m_writer.Written();
         return std::move(m_copy);
@@ -98,7 +101,9 @@ class CopyMaker {
                         }
                     }
                 });
-            } else if (name == "EmbeddedImages" || name == "DefaultFontFamily" || name == "Language") {
+            } else if (name == "EmbeddedImages") {
+                Pictures(child);
+            } else if (name == "DefaultFontFamily" || name == "Language") {
                 m_writer.Copy(child);
             }
         }
@@ -117,6 +122,16 @@ class CopyMaker {
         m_writer.Close("DataSet");
         WriteChartRows(m_writer);
         m_writer.Close("DataSets");
+    }
+
+    void Pictures(int element) {
+        m_writer.Around(element, [&] {
+            for (const int picture : m_tree.Children(element)) {
+                if (m_writer.HasImage(m_tree.AttributeOf(picture, "Name").value_or(""))) {
+                    m_writer.Copy(picture);
+                }
+            }
+        });
     }
 
     void Section(int section, std::size_t number) {
@@ -218,11 +233,27 @@ class CopyMaker {
         }
     }
 
+    // A place that the engine refuses becomes the nearest one that it takes.
+    void BoxPlace(int element) {
+        const bool hasGrid = HasGrid(m_tree.LocalName(element));
+        m_writer.CopyChildren(element, {"ZIndex"});
+        for (const std::string_view name : {"Left", "Top", "Width", "Height"}) {
+            const bool isOfGrid = hasGrid && (name == "Width" || name == "Height");
+            const std::string text = isOfGrid ? std::string() : m_writer.ChildText(element, name);
+            if (const auto points = PointsOf(text)) {
+                m_writer.Leaf(name,
+                              IsReportSize(text) ? text : Points(std::clamp(*points, 0.0, LargestPage)));
+            }
+        }
+        if (hasGrid) {
+            Size(element);
+        }
+    }
+
     // What cannot be drawn, or not without data: a text box with the kind and the name.
     void Box(int element) {
         m_writer.OpenNamed("Textbox", m_tree.AttributeOf(element, "Name").value_or(""));
-        m_writer.CopyChildren(element, {"Left", "Top", "ZIndex"});
-        Size(element);
+        BoxPlace(element);
         const std::string kind(m_tree.LocalName(element));
         std::string what = m_tree.AttributeOf(element, "Name").value_or("");
         if (kind == "Subreport") {
@@ -389,6 +420,15 @@ class CopyMaker {
     DesignCopy m_copy;
 };
 
+// Whether the message has the place, and not one whose name goes on.
+bool Names(const std::string& message, const std::string& place) {
+    const std::size_t at = message.find(place);
+    const char next =
+        at == std::string::npos || at + place.size() == message.size() ? ' ' : message[at + place.size()];
+    const bool ends = !IsAsciiLetterOrDigit(next) && next != '_' && static_cast<unsigned char>(next) < 0x80;
+    return at != std::string::npos && ends;
+}
+
 }  // namespace
 
 DesignCopy MakeDesignCopy(const Document& document, const DesignOptions& options) {
@@ -399,18 +439,28 @@ ElementId ItemNamedIn(const Document& document, const std::string& message) {
     ElementId found = NoElement;
     std::size_t longest = 0;
     for (const ReportItem& item : ReadReportItems(document).items) {
-        const std::string place = item.kind + " " + item.name;
-        const std::size_t at = item.name.empty() ? std::string::npos : message.find(place);
-        const char next =
-            at == std::string::npos || at + place.size() == message.size() ? ' ' : message[at + place.size()];
-        const bool ends =
-            !IsAsciiLetterOrDigit(next) && next != '_' && static_cast<unsigned char>(next) < 0x80;
-        if (at != std::string::npos && ends && place.size() > longest) {
+        // What is wrong with a picture is said of the item that shows it, also of one as a background.
+        const std::string quoted = "Image \"" + item.name + "\"", place = item.kind + " " + item.name;
+        const bool isNamed =
+            !item.name.empty() && (Names(message, place) || message.find(quoted) != std::string::npos);
+        if (isNamed && place.size() > longest) {
             found = item.id;
             longest = place.size();
         }
     }
     return found;
+}
+
+std::string PictureNamedIn(const Document& document, const std::string& message) {
+    const SourceTree& tree = document.Tree();
+    const int pictures = tree.Child(0, "EmbeddedImages");
+    for (const int picture : pictures == NoIndex ? std::vector<int>() : tree.Children(pictures)) {
+        std::string name = tree.AttributeOf(picture, "Name").value_or("");
+        if (!name.empty() && Names(message, "EmbeddedImage " + name)) {
+            return name;
+        }
+    }
+    return {};
 }
 
 }  // namespace designer

@@ -17,8 +17,9 @@
 namespace designer {
 
 struct DesignOptions {
-    std::filesystem::path folder;  // of the report, for pictures in files; empty: they are shown as boxes
-    std::set<ElementId> boxes;     // items that are shown as plain boxes, as the engine refuses them
+    std::filesystem::path folder;    // of the report, for pictures in files; empty: they are shown as boxes
+    std::set<ElementId> boxes;       // items that are shown as plain boxes, as the engine refuses them
+    std::set<std::string> pictures;  // embedded pictures that the engine refuses: images of them are boxes
 };
 
 // Where a band of the document is in the copy.
@@ -37,7 +38,9 @@ struct DesignCopy {
 // stays as it is.
 DesignCopy MakeDesignCopy(const Document& document, const DesignOptions& options = {});
 
-// Returns the item that a message of the engine names as "Textbox Total", or NoElement.
+// Returns the item that a message of the engine names as Textbox Total or as Image "Logo", or NoElement.
 ElementId ItemNamedIn(const Document& document, const std::string& message);
+// Returns the name of the embedded picture that a message of the engine names, or an empty text.
+std::string PictureNamedIn(const Document& document, const std::string& message);
 
 }  // namespace designer

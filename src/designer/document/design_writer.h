@@ -44,6 +44,8 @@ class DesignWriter {
     std::string ChildText(int element, std::string_view path) const;
     // Whether the report embeds a picture of this name.
     bool HasImage(const std::string& name) const { return m_images.contains(name); }
+    // From now on the report embeds no picture of this name.
+    void LeaveImageOut(const std::string& name) { m_images.erase(name); }
     // Whether an element with the children Source and Value shows a picture that the report embeds.
     bool IsEmbedded(int element) const;
 

@@ -77,6 +77,11 @@ std::optional<double> PointsOf(std::string_view text) {
     return parsed ? std::optional(parsed->number * parsed->unit->points) : std::nullopt;
 }
 
+bool IsReportSize(std::string_view text) {
+    const std::optional<double> points = PointsOf(text);
+    return points && *points >= 0 && *points <= LargestReportSize;
+}
+
 std::string SizeText(double points, std::string_view like) {
     const std::optional<Parsed> parsed = Parse(like);
     const double number = points / (parsed ? parsed->unit->points : Units[0].points);

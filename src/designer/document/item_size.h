@@ -11,8 +11,14 @@
 
 namespace designer {
 
+// Points: the largest size of a report that the engine takes, 455 inches.
+inline constexpr double LargestReportSize = 455 * 72;
+
 // Returns the size in points (1/72 inch), which may be negative. Nothing if the text is no size.
 std::optional<double> PointsOf(std::string_view text);
+
+// Whether the text is a size from 0 to the largest.
+bool IsReportSize(std::string_view text);
 
 // Returns the size with the unit that `like` has; in inches if `like` is no size. It is written with at most
 // five digits after the point.

@@ -2,6 +2,8 @@
 #include "designer/graphics/gauge_parts.h"
 
 #include <algorithm>
+#include <charconv>
+#include <optional>
 
 #include "designer/document/editing.h"
 #include "designer/document/properties/properties.h"
@@ -260,6 +262,51 @@ GaugeDesign ReadGauge(const Document& document, ElementId gauge, const Kind& kin
     return design;
 }
 
+std::optional<double> ConstantOf(std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !text.empty() && error == std::errc() && end == text.data() + text.size() ? std::optional(number)
+                                                                                     : std::nullopt;
+}
+
+// A scale goes from 0 to 100 where nothing else is set; an indicator has no limits of its own.
+void CheckLimits(const GaugeDesign& design) {
+    const bool isScale = design.kind != GaugeKind::Indicator;
+    const std::string least = isScale && design.least.empty() ? "0" : design.least,
+                      most = isScale && design.most.empty() ? "100" : design.most;
+    const auto from = ConstantOf(least), to = ConstantOf(most);
+    if (from && to && *from >= *to) {
+        throw EditError("The minimum " + least + " is not below the maximum " + most);
+    }
+}
+
+void CheckRange(const GaugeRange& range, const std::string& what) {
+    if (range.from.empty() != range.to.empty()) {
+        throw EditError(what + (range.to.empty() ? " has a From and no To" : " has a To and no From"));
+    }
+    const auto from = ConstantOf(range.from), to = ConstantOf(range.to);
+    if (from && to && *from > *to) {
+        throw EditError(what + " goes from " + range.from + " down to " + range.to);
+    }
+}
+
+// Refuses what is new and contradicts itself. What the report has already stays; expressions are not known.
+void CheckDesign(const GaugeDesign& now, const GaugeDesign& design) {
+    if (design.least != now.least || design.most != now.most) {
+        CheckLimits(design);
+    }
+    const std::string word = design.kind == GaugeKind::Indicator ? "State " : "Range ";
+    for (std::size_t row = 0; row < design.ranges.size(); ++row) {
+        const GaugeRange& range = design.ranges[row];
+        const auto old = std::find_if(now.ranges.begin(), now.ranges.end(), [&](const GaugeRange& one) {
+            return range.old >= 0 && one.old == range.old;
+        });
+        if (old == now.ranges.end() || old->from != range.from || old->to != range.to) {
+            CheckRange(range, word + std::to_string(row + 1));
+        }
+    }
+}
+
 }  // namespace
 
 std::vector<GaugeDesign> ReadGauges(const Document& document, ElementId panel) {
@@ -293,6 +340,7 @@ void PutGauges(Document& document, ElementId panel, const std::vector<GaugeDesig
             Remove(document, now.gauge);
             continue;
         }
+        CheckDesign(now, *design);
         const bool isOther = design->kind != now.kind;
         if (isOther && (design->kind == GaugeKind::Indicator || now.kind == GaugeKind::Indicator)) {
             throw EditError("A gauge does not become an indicator; add one and remove the gauge");
@@ -302,6 +350,7 @@ void PutGauges(Document& document, ElementId panel, const std::vector<GaugeDesig
     }
     for (const GaugeDesign& design : designs) {
         if (design.gauge == NoElement) {
+            CheckDesign({}, design);
             GaugeDesign named = design;
             named.name = NameOfGauge(document, panel, design.kind);
             const Kind& kind = KindOf(design.kind);

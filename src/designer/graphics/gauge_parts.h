@@ -40,7 +40,7 @@ ElementId GaugeScaleOf(const Document& document, ElementId gauge);
 
 // Writes what differs from the panel as it is, as one step. A gauge that is not among the designs goes; one
 // of another kind becomes that, without what only its old kind has. A dial or a linear gauge does not become
-// an indicator.
+// an indicator. Raises EditError for new limits and ranges that contradict each other as constants.
 void PutGauges(Document& document, ElementId panel, const std::vector<GaugeDesign>& designs);
 
 // Returns a new gauge of the panel with its collection, as InsertXml takes it.

@@ -2,15 +2,21 @@
 #include "designer/model/embedded_pictures.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QFileInfo>
+#include <QObject>
+#include <utility>
 
 #include "designer/document/names.h"
 #include "designer/document/xml_text.h"
 #include "designer/tables/tablix_shape.h"
 #include "rdl/api/identifier.h"
+#include "rdl/api/pictures.h"
 
 namespace designer {
 namespace {
+
+constexpr qint64 MostPictureBytes = 16 << 20;
 
 std::vector<ElementId> PictureElementsOf(const Document& document) {
     return ChildrenNamed(document, document.Root(), "EmbeddedImages", "EmbeddedImage");
@@ -24,6 +30,26 @@ std::string XmlOfPicture(const EmbeddedPicture& picture) {
 }
 
 }  // namespace
+
+QString ReadPictureFile(const QString& file, EmbeddedPicture& picture) {
+    QFile source(file);
+    if (!source.open(QIODevice::ReadOnly)) {
+        return QObject::tr("%1 cannot be read: %2").arg(file, source.errorString());
+    }
+    std::string bytes = source.read(MostPictureBytes + 1).toStdString();
+    if (source.error() != QFileDevice::NoError) {
+        return QObject::tr("%1 cannot be read: %2").arg(file, source.errorString());
+    }
+    if (static_cast<qint64>(bytes.size()) > MostPictureBytes) {
+        return QObject::tr("%1 is larger than 16 MB").arg(file);
+    }
+    const std::string fault = rdl::FaultOfPicture(bytes, QFileInfo(file).fileName().toStdString());
+    if (fault.empty()) {
+        picture.type = rdl::TypeOfPicture(bytes);
+        picture.bytes = std::move(bytes);
+    }
+    return QString::fromStdString(fault);
+}
 
 std::vector<EmbeddedPicture> EmbeddedPicturesOf(const Document& document) {
     std::vector<EmbeddedPicture> pictures;

@@ -23,6 +23,10 @@ std::vector<EmbeddedPicture> EmbeddedPicturesOf(const Document& document);
 // Returns the bytes of a picture in the file; empty if it has none.
 std::string BytesOfPicture(const Document& document, int place);
 
+// Reads the type and the bytes of a picture file. Returns why the report could not show it, or why it cannot
+// be read, as a text for users; then the picture is as it was. Empty: it was read.
+QString ReadPictureFile(const QString& file, EmbeddedPicture& picture);
+
 // Returns a name for the picture of this file: what names may have of that of the file.
 std::string NameOfPictureFile(const QString& file);
 

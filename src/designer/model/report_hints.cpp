@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/model/report_hints.h"
 
+#include <algorithm>
 #include <charconv>
+#include <set>
 
 #include "designer/document/item_size.h"
 #include "designer/document/properties/properties.h"
+#include "designer/document/report_items.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/tablix_shape.h"
 
@@ -12,6 +15,7 @@ namespace designer {
 namespace {
 
 constexpr double Slack = 0.5;  // points: sizes in different units are rounded
+constexpr std::size_t MostWideItems = 20;
 constexpr double UsualWidth = 8.5 * 72, UsualSpacing = 36;
 
 double PointsAt(const Document& document, ElementId id, std::string_view path, double missing) {
@@ -26,6 +30,38 @@ int ColumnsAt(const Document& document, ElementId id) {
     return std::max(columns, 1);
 }
 
+struct SectionWidth {
+    double room = 0;   // points between the margins
+    double limit = 0;  // of items: what is to the right of it goes to pages of its own
+};
+
+// Items that are too wide, without those inside them.
+void AddWideItems(const Document& document, const std::vector<SectionWidth>& sections,
+                  std::vector<std::string>& hints) {
+    const ReportItems items = ReadReportItems(document);
+    std::set<ElementId> wide;
+    std::size_t added = 0;
+    for (const ReportItem& item : items.items) {
+        const ReportBand& band = items.bands[item.band];
+        if (band.kind != BandKind::Body || band.section >= sections.size()) {
+            continue;
+        }
+        const double right = std::max(item.place.left, item.place.Right());
+        const bool isIn = wide.contains(item.container);
+        if (!isIn && right <= sections[band.section].limit + Slack) {
+            continue;
+        }
+        wide.insert(item.id);
+        if (!isIn && !item.name.empty() && added < MostWideItems) {
+            hints.push_back(item.kind + " " + item.name + " reaches to " + SizeOfReport(document, right) +
+                            ", and the page has room for " +
+                            SizeOfReport(document, std::max(sections[band.section].room, 0.0)) +
+                            ": the rest goes to pages of its own");
+            ++added;
+        }
+    }
+}
+
 }  // namespace
 
 std::vector<std::string> HintsOf(const Document& document) {
@@ -35,6 +71,7 @@ std::vector<std::string> HintsOf(const Document& document) {
         sections.push_back(root);
     }
     std::vector<std::string> hints;
+    std::vector<SectionWidth> widths;
     for (const ElementId section : sections) {
         const bool isOlder = IsOlderSchema(document);
         const ElementId page = isOlder ? section : document.Find(section, "Page");
@@ -43,14 +80,17 @@ std::vector<std::string> HintsOf(const Document& document) {
                             PointsAt(document, page, "LeftMargin", 0) -
                             PointsAt(document, page, "RightMargin", 0);
         const int columns = ColumnsAt(document, columned);
-        const double width = PointsAt(document, section, "Width", 0) * columns +
-                             PointsAt(document, columned, "ColumnSpacing", UsualSpacing) * (columns - 1);
+        const double own = PointsAt(document, section, "Width", 0);
+        const double gaps = PointsAt(document, columned, "ColumnSpacing", UsualSpacing) * (columns - 1);
+        const double width = own * columns + gaps;
+        widths.push_back({room, std::max(own, (room - gaps) / columns)});
         if (width > room + Slack) {
             hints.push_back(
                 "The report is " + SizeOfReport(document, width) + " wide, and the page has room for " +
                 SizeOfReport(document, std::max(room, 0.0)) + ": the rest goes to pages of its own");
         }
     }
+    AddWideItems(document, widths, hints);
     return hints;
 }
 

@@ -10,7 +10,8 @@
 namespace designer {
 
 // Returns a sentence for each section whose columns do not fit between the margins of its page: what is to
-// their right goes to pages of its own.
+// their right goes to pages of its own. Then one for each item of a body that reaches over the report and the
+// room of its page; it begins with the kind and name of the item, as messages of the engine do.
 std::vector<std::string> HintsOf(const Document& document);
 
 }  // namespace designer

@@ -5,9 +5,11 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <optional>
+#include <set>
 
 #include "designer/document/design_copy.h"
 #include "designer/document/editing.h"
+#include "designer/document/item_size.h"
 #include "designer/document/xml_text.h"
 #include "designer/model/report_hints.h"
 #include "platform/contracts/runtime.h"
@@ -55,7 +57,8 @@ std::string ProblemOf(const DesignModel& model, const Document& document) {
     }
 }
 
-// Takes away what the item shows. Its place and its name stay, so that what refers to it is no problem.
+// Takes away what the item shows. Its name stays, so that what refers to it is no problem, and its place but
+// for sizes that the engine refuses.
 // Returns false for an item that others could depend on.
 bool Neutralise(Document& document, ElementId item) {
     constexpr std::string_view Kinds[] = {"Textbox", "Image", "CustomReportItem", "BarCode"};
@@ -68,7 +71,8 @@ bool Neutralise(Document& document, ElementId item) {
     for (const int child : tree.Children(document.IndexOf(item))) {
         const std::string_view name = tree.LocalName(child);
         const bool isPlace = name == "Left" || name == "Top" || name == "Width" || name == "Height";
-        kept += isPlace ? XmlOf(document, document.IdAt(child)) : std::string();
+        kept += isPlace && IsReportSize(tree.TextOf(child)) ? XmlOf(document, document.IdAt(child))
+                                                            : std::string();
     }
     const std::string name = document.Attribute(item, "Name").value_or("");
     InsertXml(document, document.Parent(item),
@@ -107,9 +111,29 @@ void ProblemsPane::ShowRefusal(const QString& text) {
     ShowAll();
 }
 
-void ProblemsPane::SetDrawingFailure(const QString& text) {
-    m_drawing = text;
+void ProblemsPane::SetDrawingFailures(const std::vector<std::string>& texts) {
+    m_drawing.clear();
+    for (const std::string& text : texts) {
+        m_drawing.append(QString::fromStdString(text));
+    }
     ShowAll();
+}
+
+// Those of items of which nothing is said yet. One that names no item can be of what is found already.
+QStringList ProblemsPane::DrawingFailures() const {
+    std::set<ElementId> told;
+    for (const QString& text : m_found) {
+        told.insert(ItemNamedIn(m_model.Source(), text.toStdString()));
+    }
+    QStringList shown;
+    for (const QString& text : m_drawing) {
+        const ElementId item = ItemNamedIn(m_model.Source(), text.toStdString());
+        const bool isNew = item == NoElement ? m_found.isEmpty() : told.insert(item).second;
+        if (isNew && shown.size() < MostProblems) {
+            shown.append(text);
+        }
+    }
+    return shown;
 }
 
 void ProblemsPane::CheckNow() {
@@ -152,10 +176,7 @@ void ProblemsPane::FindProblems() {
 
 void ProblemsPane::ShowAll() {
     clear();
-    QStringList all = m_found + m_hints;
-    if (m_found.isEmpty() && !m_drawing.isEmpty()) {
-        all.prepend(m_drawing);
-    }
+    QStringList all = m_found + DrawingFailures() + m_hints;
     if (!m_refusal.isEmpty()) {
         all.prepend(m_refusal);
     }

@@ -6,6 +6,8 @@
 
 #include <QListWidget>
 #include <QTimer>
+#include <string>
+#include <vector>
 
 #include "designer/model/design_model.h"
 
@@ -18,8 +20,9 @@ class ProblemsPane : public QListWidget {
 
     // A step that was refused, shown above the engine's problems until the next change.
     void ShowRefusal(const QString& text);
-    // What the engine said when the design was laid out; empty if it has drawn everything.
-    void SetDrawingFailure(const QString& text);
+    // What the engine said when the design was laid out; empty if it has drawn everything. Of an item that
+    // has a problem already it is not shown.
+    void SetDrawingFailures(const std::vector<std::string>& texts);
     void CheckNow();
     int Count() const { return m_count; }
     // Selects the item that a message of the engine names, or the element at the line that it names.
@@ -32,11 +35,12 @@ class ProblemsPane : public QListWidget {
  private:
     void FindProblems();
     void ShowAll();
+    QStringList DrawingFailures() const;
 
     DesignModel& m_model;
     QTimer m_timer;
-    QString m_refusal, m_drawing;
-    QStringList m_found, m_hints;
+    QString m_refusal;
+    QStringList m_found, m_drawing, m_hints;
     int m_count = 0;
 };
 

@@ -2,7 +2,6 @@
 #include "designer/report_dialogs/pictures_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -16,6 +15,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "designer/dialogs/note.h"
 #include "designer/document/names.h"
@@ -24,12 +24,6 @@
 #include "rdl/api/identifier.h"
 
 namespace designer {
-namespace {
-
-constexpr qint64 MostBytes = 16 << 20;  // of a picture
-constexpr const char* Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp"};
-
-}  // namespace
 
 PicturesDialog::PicturesDialog(DesignModel& model, const std::string& name, QWidget* parent)
     : QDialog(parent), m_model(model), m_old(EmbeddedPicturesOf(model.Source())), m_pictures(m_old) {
@@ -195,23 +189,12 @@ void PicturesDialog::Add() {
 }
 
 bool PicturesDialog::AddFile(const QString& file) {
-    QFile source(file);
-    if (!source.open(QIODevice::ReadOnly)) {
-        m_note->ShowError(tr("%1 cannot be read: %2").arg(file, source.errorString()));
+    EmbeddedPicture picture{.name = FreeName(file)};
+    if (const QString fault = ReadPictureFile(file, picture); !fault.isEmpty()) {
+        m_note->ShowError(fault);
         return false;
     }
-    const QByteArray bytes = source.read(MostBytes + 1);
-    const QString type = QMimeDatabase().mimeTypeForData(bytes).name();
-    if (bytes.size() > MostBytes) {
-        m_note->ShowError(tr("%1 is larger than 16 MB").arg(file));
-        return false;
-    }
-    if (std::find(std::begin(Types), std::end(Types), type) == std::end(Types) ||
-        QImage::fromData(bytes).isNull()) {
-        m_note->ShowError(tr("%1 is no picture: PNG, JPEG, GIF or BMP").arg(file));
-        return false;
-    }
-    m_pictures.push_back({.name = FreeName(file), .type = type.toStdString(), .bytes = bytes.toStdString()});
+    m_pictures.push_back(std::move(picture));
     m_list->addItem(QString::fromStdString(m_pictures.back().name));
     m_list->setCurrentRow(m_list->count() - 1);
     m_name->setFocus();

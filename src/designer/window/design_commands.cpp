@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QMimeData>
-#include <QMimeDatabase>
 #include <QStatusBar>
 #include <algorithm>
 #include <map>
@@ -20,7 +19,6 @@
 #include "designer/panes/property_pane.h"
 #include "designer/tables/cell_text.h"
 #include "designer/window/design_window.h"
-#include "platform/contracts/runtime.h"
 
 namespace designer {
 namespace {
@@ -202,16 +200,15 @@ void DesignWindow::AskForPicture(ElementId image) {
         m_model->Undo();
         return;
     }
-    try {
-        const std::string bytes = ReadReportFile(file.toStdString());
-        const QString type = QMimeDatabase().mimeTypeForData(QByteArray::fromStdString(bytes)).name();
-        m_model->Edit(tr("Insert Picture"), [&](Document& document) {
-            EmbedPicture(document, image, type.toStdString(), bytes, NameOfPictureFile(file));
-        });
-    } catch (const RuntimeError& error) {
+    EmbeddedPicture picture;
+    if (const QString fault = ReadPictureFile(file, picture); !fault.isEmpty()) {
         m_model->Undo();
-        Complain(QString::fromStdString(error.Description()));
+        Complain(fault);
+        return;
     }
+    m_model->Edit(tr("Insert Picture"), [&](Document& document) {
+        EmbedPicture(document, image, picture.type, picture.bytes, NameOfPictureFile(file));
+    });
 }
 
 namespace {

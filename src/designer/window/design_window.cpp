@@ -131,7 +131,7 @@ void DesignWindow::Connect() {
             [this](const QString& text) { statusBar()->showMessage(text); });
     connect(m_canvas, &DesignCanvas::PointerMoved, m_place, &QLabel::setText);
     connect(m_canvas, &DesignCanvas::LaidOut, this,
-            [this] { m_problems->SetDrawingFailure(QString::fromStdString(m_canvas->Failure())); });
+            [this] { m_problems->SetDrawingFailures(m_canvas->Failures()); });
     connect(m_canvas, &DesignCanvas::ItemInserted, this, [this](ElementId id, NewItem kind) {
         if (kind == NewItem::Image) {
             AskForPicture(id);

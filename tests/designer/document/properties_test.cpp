@@ -163,6 +163,40 @@ TEST(Properties, RefuseValuesThatAreNone) {
     EXPECT_EQ(document.UndoCount(), 0u);
 }
 
+TEST(Properties, RefuseSizesThatNothingCanHave) {
+    for (const char* name : {"Left", "Top"}) {
+        EXPECT_EQ(FaultOf(Find("Textbox", name), "-1mm", "Textbox"),
+                  "\"-1mm\" is no value of " + std::string(name) + ": it is 0in to 455in");
+    }
+    EXPECT_EQ(FaultOf(Find("Textbox", "Width"), "-5cm", "Textbox"),
+              "\"-5cm\" is no value of Width: it is 0in to 455in");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Width"), "99999cm", "Textbox"),
+              "\"99999cm\" is no value of Width: it is 0in to 455in");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Width"), "455in", "Textbox"), "");
+    EXPECT_EQ(FaultOf(Find("Line", "Height"), "-5cm", "Line"), "");
+    EXPECT_EQ(FaultOf(Find("Line", "Height"), "-456in", "Line"),
+              "\"-456in\" is no value of Height: it is -455in to 455in");
+    for (const char* size : {"-5pt", "0pt", "0.9pt", "99999pt", "201pt"}) {
+        EXPECT_EQ(FaultOf(Find("Textbox", "Font size"), size),
+                  "\"" + std::string(size) + "\" is no value of Font size: it is 1pt to 200pt");
+        EXPECT_NE(FaultOf(Find("ChartTitle", "Font size"), size), "");
+    }
+    EXPECT_EQ(FaultOf(Find("Textbox", "Font size"), "200pt"), "");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Left padding"), "-1pt"),
+              "\"-1pt\" is no value of Left padding: it is 0pt to 1000pt");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Left border width"), "21pt"),
+              "\"21pt\" is no value of Left border width: it is 0pt to 20pt");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Hanging indent"), "-1cm"), "");
+    EXPECT_NE(FaultOf(Find("Textbox", "Left indent"), "-1cm"), "");
+    Document document("<R><Line Name='L'/><Textbox Name='A'/></R>");
+    const ElementId line = document.Find(document.Root(), "Line"),
+                    box = document.Find(document.Root(), "Textbox");
+    EXPECT_THROW(SetValueOfAll(document, {line, box}, Find("Textbox", "Width"), "-5cm"), EditError);
+    EXPECT_EQ(document.UndoCount(), 0u);
+    SetValue(document, line, Find("Line", "Width"), "-5cm");
+    EXPECT_EQ(document.TextAt(line, "Width"), "-5cm");
+}
+
 TEST(Properties, OfAnElementHaveNamesAndPathsOfTheirOwn) {
     for (const std::string_view element : ElementsWithProperties()) {
         for (const bool isOlder : {false, true}) {

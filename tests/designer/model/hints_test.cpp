@@ -36,6 +36,33 @@ TEST(ReportHints, AReportThatIsWiderThanItsPage) {
     EXPECT_EQ(HintsOf(Document("<Report/>")), std::vector<std::string>{});
 }
 
+TEST(ReportHints, AnItemThatReachesOverThePage) {
+    const auto report = [](const std::string& items) {
+        std::string text = Newer("16cm", Paper);
+        text.insert(text.find("<Height>"), "<ReportItems>" + items + "</ReportItems>");
+        return Document(text);
+    };
+    const auto box = [](const std::string& kind, const std::string& name, const std::string& left,
+                        const std::string& width, const std::string& inside = "") {
+        return "<" + kind + " Name='" + name + "'><Left>" + left + "</Left><Width>" + width +
+               "</Width><Height>1cm</Height>" + inside + "</" + kind + ">";
+    };
+    EXPECT_EQ(HintsOf(report(box("Textbox", "A", "1cm", "16cm"))), std::vector<std::string>{});
+    EXPECT_EQ(
+        HintsOf(report(box("Textbox", "A", "1cm", "400cm") + box("Line", "L", "20cm", "-10cm"))),
+        (std::vector<std::string>{"Textbox A reaches to 401cm, and the page has room for 17cm: the rest "
+                                  "goes to pages of its own",
+                                  "Line L reaches to 20cm, and the page has room for 17cm: the rest "
+                                  "goes to pages of its own"}));
+    const std::string inside = "<ReportItems>" + box("Textbox", "B", "1cm", "30cm") + "</ReportItems>";
+    EXPECT_EQ(HintsOf(report(box("Rectangle", "R", "0cm", "30cm", inside))),
+              std::vector<std::string>{"Rectangle R reaches to 30cm, and the page has room for 17cm: the "
+                                       "rest goes to pages of its own"});
+    EXPECT_EQ(HintsOf(report(box("Rectangle", "R", "0cm", "5cm", inside))),
+              std::vector<std::string>{"Textbox B reaches to 31cm, and the page has room for 17cm: the rest "
+                                       "goes to pages of its own"});
+}
+
 TEST(ReportHints, WhatIsInsertedDoesNotWidenTheReport) {
     Document document(Newer("10cm", Paper));
     const ReportBand body = ReadReportItems(document).bands[0];

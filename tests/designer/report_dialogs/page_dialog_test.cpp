@@ -124,6 +124,9 @@ TEST_F(PageDialogTest, WhatCannotBeIsRefused) {
     Type("top", "-1cm");
     Ok();
     EXPECT_EQ(Note("width"), "-1cm is too small");
+    Type("top", "99999cm");
+    Ok();
+    EXPECT_EQ(Note("width"), "99999cm is too large: the most is 455in");
     Type("top", "30cm");
     Ok();
     EXPECT_EQ(Note("width"), "The margins leave nothing of the height");

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <cstdint>
 
 #include "support/form_driver.h"
 #include "support/temporary_folder.h"
@@ -28,6 +29,27 @@ QByteArray Png(int width, int height) {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
+    return bytes;
+}
+
+// Says that it has 60000 x 60000 pixels.
+QByteArray HugePng() {
+    QByteArray bytes = Png(12, 8);
+    const auto put = [&bytes](int at, std::uint32_t number) {
+        for (int i = 0; i < 4; ++i) {
+            bytes[at + i] = static_cast<char>(number >> (24 - 8 * i));
+        }
+    };
+    put(16, 60000);
+    put(20, 60000);
+    std::uint32_t sum = 0xFFFFFFFF;  // the checksum of the head (ISO/IEC 15948, annex D)
+    for (int at = 12; at < 29; ++at) {
+        sum ^= static_cast<unsigned char>(bytes[at]);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum & 1) != 0 ? 0xEDB88320 ^ (sum >> 1) : sum >> 1;
+        }
+    }
+    put(29, ~sum);
     return bytes;
 }
 
@@ -143,7 +165,13 @@ TEST_F(PicturesDialogTest, WhatCannotBeIsRefused) {
     EXPECT_EQ(Label("nameNote"), "\"a b\" is no name: a letter or _, then letters, digits and _");
     const QString text = File("text.png", "no picture");
     EXPECT_FALSE(m_dialog.AddFile(text));
-    EXPECT_EQ(Label("picturesNote"), text.toStdString() + " is no picture: PNG, JPEG, GIF or BMP");
+    EXPECT_EQ(Label("picturesNote"), "Image \"text.png\" is none of PNG, JPEG, GIF and BMP");
+    EXPECT_FALSE(m_dialog.AddFile(File("empty.png", "")));
+    EXPECT_EQ(Label("picturesNote"), "Image \"empty.png\" is empty");
+    EXPECT_FALSE(m_dialog.AddFile(File("cut.png", Png(300, 200).chopped(20))));
+    EXPECT_EQ(Label("picturesNote"), "Image \"cut.png\" is damaged and cannot be read");
+    EXPECT_FALSE(m_dialog.AddFile(File("huge.png", HugePng())));
+    EXPECT_EQ(Label("picturesNote"), "Image \"huge.png\" has more than 64 million pixels");
     EXPECT_FALSE(m_dialog.AddFile(text + "x"));
     EXPECT_EQ(Label("picturesNote"), text.toStdString() + "x cannot be read: No such file or directory");
     EXPECT_EQ(Text(), Report());

@@ -103,6 +103,20 @@ TEST_F(FormatTest, CancelAndAnUntouchedDialogChangeNothing) {
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
 
+TEST_F(FormatTest, AbsurdSizesAreRefused) {
+    Select({"Title"});
+    InDialog("formatStyle", [&](QDialog& dialog) {
+        for (const char* size : {"-5pt", "99999pt"}) {
+            Type(dialog, "Font size", size);
+            Press(dialog, QDialogButtonBox::Ok);
+            EXPECT_TRUE(dialog.isVisible());
+            EXPECT_EQ(Message(dialog),
+                      "\"" + std::string(size) + "\" is no value of Font size: it is 1pt to 200pt");
+        }
+    });
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
 TEST_F(FormatTest, AWrongValueIsNamedAndTheDialogStays) {
     Select({"Title"});
     InDialog("formatStyle", [&](QDialog& dialog) {

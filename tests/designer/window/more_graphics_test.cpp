@@ -185,5 +185,34 @@ TEST_F(MoreGraphics, ASecondGaugeAndAnotherKind) {
     EXPECT_EQ(ReadGauges(Model().Source(), Id("Gauge1")).at(0).kind, GaugeKind::Dial);
 }
 
+TEST_F(MoreGraphics, LimitsOfAGaugeDoNotContradictEachOther) {
+    Run("insertGauge");
+    InDialog("reportItem", [](QDialog& dialog) {
+        const auto note = [&dialog] {
+            dialog.accept();
+            EXPECT_TRUE(dialog.isVisible());
+            return Message(dialog);
+        };
+        SetLine(dialog, "gaugeLeast", "10");
+        SetLine(dialog, "gaugeMost", "-7");
+        EXPECT_EQ(note(), "The minimum 10 is not below the maximum -7");
+        SetLine(dialog, "gaugeMost", "=Max(Fields!Amount.Value)");
+        auto& table = *dialog.findChild<QTableWidget*>("parts");
+        Push(dialog, "partsAdd");
+        const int row = table.rowCount() - 1;
+        table.item(row, 0)->setText("20");
+        const std::string range = "Range " + std::to_string(row + 1);
+        EXPECT_EQ(note(), range + " has a From and no To");
+        table.item(row, 1)->setText("15");
+        EXPECT_EQ(note(), range + " goes from 20 down to 15");
+        table.item(row, 0)->setText("");
+        EXPECT_EQ(note(), range + " has a To and no From");
+        table.item(row, 0)->setText("=20");
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible()) << Message(dialog);
+    });
+    EXPECT_EQ(UndoName(), "Change Gauge1");
+}
+
 }  // namespace
 }  // namespace designer::test

@@ -105,6 +105,16 @@ TEST_F(PropertyPanelTest, FontsAndPaddingAreInPoints) {
     EXPECT_EQ(Text("Title", "Left"), "2cm");
 }
 
+TEST_F(PropertyPanelTest, AbsurdSizesAreRefused) {
+    Select({"Title"});
+    for (const char* size : {"-5", "-5cm", "99999cm"}) {
+        Type(Row("Position", "Width"), size);
+        EXPECT_EQ(Text("Title", "Width"), "4cm");
+        EXPECT_NE(Find<QListWidget>("problems").item(0)->text().indexOf("it is 0in to 455in"), -1);
+    }
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
 TEST_F(PropertyPanelTest, NamesAreNotCut) {
     Select({"Title"});
     Pane().setMinimumWidth(500);

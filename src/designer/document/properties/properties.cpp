@@ -118,11 +118,53 @@ bool IsInteger(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
+// The least and the most of the sizes whose path ends so (MS-RDL, Style and ReportItem).
+struct SizeBounds {
+    std::string_view end;
+    double least, most;  // points
+    std::string_view text;
+};
+constexpr std::string_view PositiveSizes = "it is 0in to 455in";
+constexpr SizeBounds BoundsOfSizes[] = {
+    {"FontSize", 1, 200, "it is 1pt to 200pt"},
+    {"LineHeight", 1, 1000, "it is 1pt to 1000pt"},
+    {"PaddingLeft", 0, 1000, "it is 0pt to 1000pt"},
+    {"PaddingRight", 0, 1000, "it is 0pt to 1000pt"},
+    {"PaddingTop", 0, 1000, "it is 0pt to 1000pt"},
+    {"PaddingBottom", 0, 1000, "it is 0pt to 1000pt"},
+    {"Border/Width", 0, 20, "it is 0pt to 20pt"},
+    {"HangingIndent", -LargestReportSize, LargestReportSize, "it is -455in to 455in"},
+};
+// A line may run to the left and to the top.
+constexpr SizeBounds OfLines = {"", -LargestReportSize, LargestReportSize, "it is -455in to 455in"};
+
+bool IsBetween(double points, const SizeBounds& bounds) {
+    constexpr double Slack = 1e-6;
+    return points >= bounds.least - Slack && points <= bounds.most + Slack;
+}
+
+// `element` has the property; empty: any.
+std::string ExpectedSize(const Property& property, std::string_view value, std::string_view element) {
+    const std::optional<double> points = PointsOf(value);
+    if (!points) {
+        return "a size is a number with in, cm, mm, pt or pc: 2.5cm";
+    }
+    const bool isExtent = property.path == "Width" || property.path == "Height";
+    SizeBounds bounds = {"", 0, LargestReportSize, PositiveSizes};
+    if (isExtent && (element.empty() || element == "Line")) {
+        bounds = OfLines;
+    }
+    for (const SizeBounds& one : BoundsOfSizes) {
+        bounds = property.path.ends_with(one.end) ? one : bounds;
+    }
+    return IsBetween(*points, bounds) ? std::string() : std::string(bounds.text);
+}
+
 // What a value of the kind is, for a message; empty if the value is one.
-std::string Expected(const Property& property, std::string_view value) {
+std::string Expected(const Property& property, std::string_view value, std::string_view element) {
     switch (property.kind) {
         case PropertyKind::Size:
-            return PointsOf(value) ? "" : "a size is a number with in, cm, mm, pt or pc: 2.5cm";
+            return ExpectedSize(property, value, element);
         case PropertyKind::Color:
             return rdl::ColorOf(value) ? "" : "a colour is a name or #RRGGBB";
         case PropertyKind::Words:
@@ -200,7 +242,7 @@ PropertyValue ValueOf(const Document& document, ElementId id, const Property& pr
     return value;
 }
 
-std::string FaultOf(const Property& property, std::string_view value) {
+std::string FaultOf(const Property& property, std::string_view value, std::string_view element) {
     const bool isExpression = IsExpression(value);
     const std::string shown =
         "\"" + WithoutControls(CutText(value, 80)) + "\" is no value of " + std::string(property.name) + ": ";
@@ -210,7 +252,7 @@ std::string FaultOf(const Property& property, std::string_view value) {
     if (!isExpression && property.expressions == Expressions::Only) {
         return shown + "it is an expression, which begins with =";
     }
-    const std::string expected = isExpression ? "" : Expected(property, Trim(value));
+    const std::string expected = isExpression ? "" : Expected(property, Trim(value), element);
     return expected.empty() ? expected : shown + expected;
 }
 
@@ -220,8 +262,10 @@ void SetValue(Document& document, ElementId id, const Property& property, std::s
 
 void SetValueOfAll(Document& document, const std::vector<ElementId>& ids, const Property& property,
                    std::string_view value) {
-    if (const std::string fault = FaultOf(property, value); !fault.empty()) {
-        throw EditError(fault);
+    for (const ElementId id : ids) {
+        if (const std::string fault = FaultOf(property, value, document.Name(id)); !fault.empty()) {
+            throw EditError(fault);
+        }
     }
     const StepGroup group(document, StepName(property));
     std::vector<TextChange> changes;

@@ -66,8 +66,8 @@ struct PropertyValue {
 PropertyValue ValueOf(const Document& document, ElementId id, const Property& property);
 
 // Returns why the property cannot have this value, as a text for users; empty if it can. An expression is not
-// compiled.
-std::string FaultOf(const Property& property, std::string_view value);
+// compiled. With the name of its element also a size that only lines can have is one of these.
+std::string FaultOf(const Property& property, std::string_view value, std::string_view element = {});
 
 // Sets the value, as one step. A name also changes what refers to it. Raises EditError if FaultOf finds a
 // fault.
