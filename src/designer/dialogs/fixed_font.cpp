@@ -2,6 +2,7 @@
 #include "designer/dialogs/fixed_font.h"
 
 #include <QFontDatabase>
+#include <QStringList>
 
 namespace designer {
 

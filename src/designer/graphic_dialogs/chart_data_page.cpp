@@ -52,7 +52,7 @@ std::optional<FieldSummary> SummaryOf(const std::string& expression) {
 
 // A group stands further to the right than the one that it is in.
 QString TextOfGroup(const ChartGroup& group) {
-    return QString((group.level - 1) * 3, ' ') + QString::fromStdString(group.expression);
+    return QString(qsizetype{group.level - 1} * 3, ' ') + QString::fromStdString(group.expression);
 }
 
 // Returns what `work` makes of the name of each field in the list.

@@ -69,7 +69,7 @@ void ReadValues(const Document& document, ElementId chart, ChartDesign& design) 
     const std::size_t count =
         design.hasOtherGroups ? all.size() : std::min(all.size(), std::max<std::size_t>(labels.size(), 1));
     for (std::size_t index = 0; index < all.size(); ++index) {
-        if (index >= count) {
+        if (count > 0 && index >= count) {
             design.values[index % count].copies.push_back(all[index]);
             continue;
         }

@@ -233,7 +233,10 @@ ElementId Converted(Document& document, ElementId panel, ElementId gauge, GaugeK
     for (const char* part : {"Gauge", "Scale", "Pointer"}) {
         for (const char* bracket : {"<", "</"}) {
             for (const char* end : {" ", ">", "/"}) {
-                xml = Replaced(std::move(xml), bracket + from + part + end, bracket + to + part + end);
+                const auto tag = [&](const std::string& name) {
+                    return std::string(bracket).append(name).append(part).append(end);
+                };
+                xml = Replaced(std::move(xml), tag(from), tag(to));
             }
         }
     }

@@ -251,7 +251,7 @@ class OlderChange {
         }
     }
 
-    // A type with other values has them all anew.
+    // A type with other values gets all of them again.
     void PutValues(const ChartValue& value, bool isOtherType) {
         const auto there = ChildrenNamed(m_document, value.series, ValuesOfPoint, "DataValue");
         const auto textOf = [&](const std::string& name) {

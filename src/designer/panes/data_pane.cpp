@@ -51,7 +51,8 @@ DataPane::DataPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent), m
     connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* row) { Activate(*row); });
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
         const auto selected = selectedItems();
-        emit Pointed(selected.isEmpty() ? NoElement : EntryOf(selected.front())->id);
+        const Entry* entry = selected.isEmpty() ? nullptr : EntryOf(selected.front());
+        emit Pointed(entry ? entry->id : NoElement);
     });
     Show();
 }

@@ -175,8 +175,8 @@ void DataSetDialog::Connect() {
         Lock();
     });
     connect(m_filters, &FilterList::Edited, this, &DataSetDialog::Lock);
-    for (const auto key : {QKeySequence(Qt::Key_F5), QKeySequence(Qt::CTRL | Qt::Key_Return),
-                           QKeySequence(Qt::CTRL | Qt::Key_Enter)}) {
+    for (const QKeySequence& key : {QKeySequence(Qt::Key_F5), QKeySequence(Qt::CTRL | Qt::Key_Return),
+                                    QKeySequence(Qt::CTRL | Qt::Key_Enter)}) {
         connect(new QShortcut(key, this), &QShortcut::activated, this, &DataSetDialog::RunQuery);
     }
 }

@@ -144,6 +144,7 @@ void ValuesForm::Show(const ParameterValues& values) {
 
 std::vector<ParameterChoice> ValuesForm::ChoicesOf(const std::vector<RowTable::Row>& rows) const {
     std::vector<ParameterChoice> choices;
+    choices.reserve(rows.size());
     for (const RowTable::Row& row : rows) {
         choices.push_back({row.place, row.cells[0], row.cells.size() > 1 ? row.cells[1] : std::string()});
     }

@@ -138,6 +138,27 @@ void DesignWindow::Connect() {
         }
     });
     ConnectGraphics();
+    ConnectPanes();
+    connect(m_preview, &PreviewPage::ErrorChosen, this, [this](const QString& text) {
+        m_tabs->setCurrentWidget(m_canvas);
+        m_problems->SelectItemOf(text);
+        m_canvas->setFocus();
+        m_canvas->RevealSelection();
+    });
+    connect(m_tabs, &QTabWidget::currentChanged, this, &DesignWindow::ShowPage);
+    connect(m_xml, &XmlPage::ModifiedChanged, this, &DesignWindow::ShowTitle);
+    connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
+    connect(m_source, &SourcePage::Edited, this, &DesignWindow::KeepCopySoon);
+    connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
+    m_copyTimer.setSingleShot(true);
+    m_copyTimer.setInterval(CopyPause);
+    connect(&m_copyTimer, &QTimer::timeout, this, &DesignWindow::KeepCopy);
+    m_lookTimer.setInterval(LookPause);
+    connect(&m_lookTimer, &QTimer::timeout, this, &DesignWindow::LookAtFile);
+    m_lookTimer.start();
+}
+
+void DesignWindow::ConnectPanes() {
     connect(m_toolbox, &ToolboxPane::ToolPicked, m_canvas, &DesignCanvas::SetTool);
     connect(m_toolbox, &ToolboxPane::InsertWanted, this, [this](NewItem kind) {
         m_canvas->SetTool(std::nullopt);
@@ -166,23 +187,6 @@ void DesignWindow::Connect() {
             m_canvas->RevealSelection();
         }
     });
-    connect(m_preview, &PreviewPage::ErrorChosen, this, [this](const QString& text) {
-        m_tabs->setCurrentWidget(m_canvas);
-        m_problems->SelectItemOf(text);
-        m_canvas->setFocus();
-        m_canvas->RevealSelection();
-    });
-    connect(m_tabs, &QTabWidget::currentChanged, this, &DesignWindow::ShowPage);
-    connect(m_xml, &XmlPage::ModifiedChanged, this, &DesignWindow::ShowTitle);
-    connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
-    connect(m_source, &SourcePage::Edited, this, &DesignWindow::KeepCopySoon);
-    connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
-    m_copyTimer.setSingleShot(true);
-    m_copyTimer.setInterval(CopyPause);
-    connect(&m_copyTimer, &QTimer::timeout, this, &DesignWindow::KeepCopy);
-    m_lookTimer.setInterval(LookPause);
-    connect(&m_lookTimer, &QTimer::timeout, this, &DesignWindow::LookAtFile);
-    m_lookTimer.start();
 }
 
 bool DesignWindow::IsText() const {

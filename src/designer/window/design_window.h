@@ -76,6 +76,7 @@ class DesignWindow : public QMainWindow {
     void BuildParts();
     void BuildDocks();
     void Connect();
+    void ConnectPanes();
 
     // design_menus.cpp
     void BuildMenus();

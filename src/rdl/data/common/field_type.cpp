@@ -198,7 +198,8 @@ Value ConvertStored(const Value& value, FieldType type) {
         const bool julian = value.kind() == Kind::Real;
         const double days = julian ? value.AsReal() - 1'721'425.5 : value.AsDouble() / 86'400 + 719'162;
         const double seconds = std::round(days * 86'400);
-        if (!(seconds >= 0) || seconds >= static_cast<double>(MaxTicks / TicksPerSecond)) {
+        constexpr std::int64_t End = MaxTicks / TicksPerSecond;
+        if (!(seconds >= 0) || seconds >= static_cast<double>(End)) {
             return value;
         }
         return Value::DateTime(static_cast<std::int64_t>(seconds) * TicksPerSecond);
