@@ -420,7 +420,7 @@ class CopyMaker {
     DesignCopy m_copy;
 };
 
-// Whether the message has the place, and not one whose name goes on.
+// Returns whether the message names the place. A longer name that begins with it is another place.
 bool Names(const std::string& message, const std::string& place) {
     const std::size_t at = message.find(place);
     const char next =

@@ -280,7 +280,7 @@ bool DesignWindow::AskToLeave() {
     return m_mayLeave;
 }
 
-// A change does not start the time again: who goes on working gets a copy as well.
+// A further change does not restart the timer: a copy is also made while the user keeps working.
 void DesignWindow::KeepCopySoon() {
     if (!m_copyTimer.isActive()) {
         m_copyTimer.start();

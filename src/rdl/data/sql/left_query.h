@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The query that a server of MySQL or MariaDB goes on with after the connection that asked for it was
-// stopped: it looks for its client when it has rows only. PostgreSQL looks by itself.
+// Ends a query on a server of MySQL or MariaDB after its connection was stopped. Such a server notices a lost
+// client only when it sends rows, and would run the query to its end. PostgreSQL checks for its client.
 #pragma once
 
 #include <QSqlDatabase>
