@@ -7,20 +7,12 @@
 #include <QTextEdit>
 #include <QTreeWidget>
 
-#include "../graphics/sales_report.h"
 #include "designer/panes/property_pane.h"
 #include "dialog_test.h"
+#include "letter_report.h"
 
 namespace designer::test {
 namespace {
-
-std::string Letter() {
-    const std::string run = "<TextRun><Value>", end = "</Value><Style /></TextRun>";
-    return SalesReport("<Textbox Name=\"T\"><Paragraphs><Paragraph><TextRuns>" + run + "Dear " + end + run +
-                       "=First(Fields!City.Value, \"Sales\")" + end + run + ", hello" + end +
-                       "</TextRuns><Style /></Paragraph></Paragraphs><Top>1cm</Top><Left>1cm</Left>"
-                       "<Height>1cm</Height><Width>8cm</Width></Textbox>");
-}
 
 class TextParts : public DialogTest {
  protected:
