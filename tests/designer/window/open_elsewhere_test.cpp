@@ -4,13 +4,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QFileDialog>
-#include <QLineEdit>
-
 #include "answered_box.h"
 #include "designer/window/designer_program.h"
 #include "designer/window/file_claim.h"
 #include "designer/window/recovery.h"
+#include "named_file.h"
 #include "window_fixture.h"
 
 namespace designer::test {
@@ -54,33 +52,6 @@ class OpenElsewhere : public WindowTest {
  protected:
     OpenElsewhere() { WriteBytes(Other(), SmallReport()); }
     std::filesystem::path Other() const { return m_home / "other.rdl"; }
-    // Types a name into the dialog that comes up, and answers a box after it, if there is one.
-    static std::string SaveUnder(const std::filesystem::path& name, const std::function<void()>& save) {
-        std::string said;
-        bool isTyped = false;
-        QTimer look, boxes;  // a box comes up while the key is pressed
-        QObject::connect(&look, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog && !isTyped) {
-                isTyped = true;
-                auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
-                line->setText(QString::fromStdString(name.string()));
-                QTest::keyClick(line, Qt::Key_Return);
-            }
-        });
-        QObject::connect(&boxes, &QTimer::timeout, [&] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                said += box->text().toStdString() + "|";
-                QAbstractButton* yes = box->button(QMessageBox::Yes);
-                QTest::mouseClick(yes ? yes : box->button(QMessageBox::Ok), Qt::LeftButton);
-            }
-        });
-        boxes.start(20);
-        look.start(20);
-        save();
-        EXPECT_TRUE(isTyped) << "no dialog came up";
-        return said;
-    }
     std::string Title() { return m_window->windowTitle().toStdString(); }
 };
 
@@ -96,7 +67,7 @@ TEST_F(OpenElsewhere, AFileOfAnotherProcessIsOpenedToBeRead) {
     Key(Qt::Key_Right);
     // It is saved under another name.
     const std::filesystem::path copy = m_home / "copy.rdl";
-    EXPECT_EQ(SaveUnder(copy, [&] { Run("fileSave"); }), "");
+    EXPECT_EQ(NameFile(copy, [&] { Run("fileSave"); }), "");
     EXPECT_EQ(ReadBytes(Other()), SmallReport());
     EXPECT_NE(ReadBytes(copy), SmallReport());
     EXPECT_EQ(Title(), "copy.rdl[*] - Oxbow Courier Designer");
@@ -136,7 +107,7 @@ TEST_F(OpenElsewhere, AFileThatAnotherWindowHasIsNotSavedOver) {
     DesignWindow* second = program.Open(QString::fromStdString(Other().string()));
     ASSERT_NE(second, nullptr);
     second->Model().Select({second->Model().Items().items.front().id});
-    EXPECT_NE(SaveUnder(File(), [&] { second->findChild<QAction*>("fileSaveAs")->trigger(); })
+    EXPECT_NE(NameFile(File(), [&] { second->findChild<QAction*>("fileSaveAs")->trigger(); })
                   .find("\"sales.rdl\" is open in another window of the designer. Save under another name."),
               std::string::npos);
     EXPECT_EQ(Written(), SmallReport());

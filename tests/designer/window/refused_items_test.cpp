@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Items that the engine refuses: the others are drawn, and the pane Problems has each of them once.
 #include <QBuffer>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QTimer>
 
+#include "named_file.h"
 #include "window_fixture.h"
 
 namespace designer::test {
@@ -155,37 +153,15 @@ class PickedPictures : public Refused {
     std::string Insert(const char* name, const QByteArray& bytes) {
         const std::filesystem::path file = m_home / name;
         WriteBytes(file, bytes.toStdString());
-        std::string said;
-        bool isTyped = false;
-        QTimer look, boxes;  // a box comes up while the key is pressed
-        QObject::connect(&look, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog && !isTyped) {
-                isTyped = true;
-                auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
-                line->setText(QString::fromStdString(file.string()));
-                QTest::keyClick(line, Qt::Key_Return);
-            }
-        });
-        QObject::connect(&boxes, &QTimer::timeout, [&] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                said += box->text().toStdString();
-                QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-            }
-        });
-        boxes.start(20);
-        look.start(20);
-        Run("insertImage");
-        EXPECT_TRUE(isTyped) << "no dialog came up";
-        return said;
+        return NameFile(file, [this] { Run("insertImage"); });
     }
 };
 
 TEST_F(PickedPictures, AreRefusedIfNoReportCanShowThem) {
     const std::string before = Model().Source().Text();
-    EXPECT_EQ(Insert("text.png", "no picture"), "Image \"text.png\" is none of PNG, JPEG, GIF and BMP");
-    EXPECT_EQ(Insert("empty.png", ""), "Image \"empty.png\" is empty");
-    EXPECT_EQ(Insert("cut.png", SmallPng().chopped(20)), "Image \"cut.png\" is damaged and cannot be read");
+    EXPECT_EQ(Insert("text.png", "no picture"), "Image \"text.png\" is none of PNG, JPEG, GIF and BMP|");
+    EXPECT_EQ(Insert("empty.png", ""), "Image \"empty.png\" is empty|");
+    EXPECT_EQ(Insert("cut.png", SmallPng().chopped(20)), "Image \"cut.png\" is damaged and cannot be read|");
     EXPECT_EQ(Model().Source().Text(), before);
     EXPECT_EQ(Insert("good.png", SmallPng()), "");
     EXPECT_EQ(Text("Image1", "Value"), "good");
