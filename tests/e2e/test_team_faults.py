@@ -148,7 +148,8 @@ class TeamFaults(TeamTest):
         self.assertEqual((done.returncode, done.stdout), (1, ""), done.stderr)
         return done.stderr
 
-    def test_run_whose_claim_is_lost_is_mailed_once(self):
+    def lose_a_claim(self):
+        """Ends the session that holds a claim; returns what the schedulers said."""
         self.server.schedules(1, 1)
         self.server.rows("update ReportScheduler set Format = 'DHTML'")  # waits a second before its mail
         for _ in range(2):
@@ -158,12 +159,22 @@ class TeamFaults(TeamTest):
         self.server.rows("select pg_terminate_backend(%s)" % held[0][0])
         self.wait(lambda: self.due() == 0, 60, "the run")
         time.sleep(2)
-        self.assertEqual(self.subjects(), ["Run 1"])
-        said = "".join(member.said() for member in self.members)
-        self.assertIn("The run of schedule 1 \"Figures\" stops before its mail, as its claim is lost: The store cannot be "
-                      "reached: \"courier\" on 127.0.0.1; ", said)
+        return "".join(member.said() for member in self.members)
+
+    def test_run_whose_claim_is_lost_is_mailed_once(self):
+        lost = "The run of schedule 1 \"Figures\" stops before its mail, as its claim is lost: The store cannot be reached: "
+        for _ in range(5):
+            said = self.lose_a_claim()
+            self.assertEqual(self.subjects(), ["Run 1"])
+            self.assertEqual(self.server.rows("select Status, ErrMsg from ReportHistory"), [("Success", "None")])
+            if lost in said:
+                break
+            # On a busy machine the claim that was seen is that of the scheduler that came second and ran nothing.
+            while self.members:
+                self.members.pop().close()
+            self.server.fresh()
+        self.assertIn(lost + "\"courier\" on 127.0.0.1; ", said)
         self.assertIn(". The next poll claims it again.\n", said)
-        self.assertEqual(self.server.rows("select Status, ErrMsg from ReportHistory"), [("Success", "None")])
 
     def test_pooler_in_transaction_mode_is_refused(self):
         self.assertIn("Claims: hold\n", store("check", self.server.connect(user="ed")))
