@@ -16,7 +16,6 @@ import time
 import unittest
 
 STAGE = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resolve()
-FAKETIME = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1"
 SUPPORT = pathlib.Path(__file__).resolve().parent.parent / "support"
 
 MIME_TYPES = {
@@ -27,6 +26,15 @@ MIME_TYPES = {
     "xls": "application/vnd.ms-excel",
     "htm": "text/html",
 }
+
+
+def another_clock(**moment):
+    """The environment of a program whose wall clock is another, as `moment` sets it (FAKETIME=... or the like). Timers
+    keep their pace, and files their times: fontconfig would take its cache for outdated, read every font and write the
+    cache again, which is then outdated for all other programs."""
+    # Not by the wrapper `faketime`, whose semaphore may meet that of another process which was killed.
+    return dict(moment, LD_PRELOAD="/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1", NO_FAKE_STAT="1", TZ="Etc/UTC",
+                FAKETIME_DONT_FAKE_MONOTONIC="1", DONT_FAKE_MONOTONIC="1")
 
 
 def report_formats():

@@ -3,6 +3,7 @@
 
 import os
 import subprocess
+import threading
 import time
 import unittest
 
@@ -41,9 +42,12 @@ class TeamServer(Postgres):
         return [tuple(line.split("|")) for line in output.splitlines()]
 
     def report(self):
-        """A report without data, for any number of schedules. Returns its file."""
+        """A report without data, for any number of schedules. Returns its file, which is replaced in one step: a scheduler
+        may be reading it."""
         file = self.folder / "figures.rdl"
-        file.write_text(REPORT)
+        written = self.folder / ("figures.%d" % threading.get_ident())
+        written.write_text(REPORT)
+        written.replace(file)
         return file
 
     def schedules(self, first, count, parent="Desktop"):

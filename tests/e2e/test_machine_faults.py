@@ -11,7 +11,7 @@ import time
 import unittest
 
 from faults import Faults
-from harness import FAKETIME
+from harness import another_clock
 from test_failures import table_report
 
 
@@ -72,8 +72,7 @@ class Clock(Faults):
         super().setUp()
         self.moment = self.courier.folder / "moment"
         self.courier.extra_environment.update(
-            LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.moment), FAKETIME_NO_CACHE="1", TZ="Etc/UTC",
-            FAKETIME_DONT_FAKE_MONOTONIC="1", DONT_FAKE_MONOTONIC="1")
+            another_clock(FAKETIME_TIMESTAMP_FILE=str(self.moment), FAKETIME_NO_CACHE="1"))
         # Noon, far from the midnight of the machine.
         self.noon = datetime.datetime(2027, 3, 4, 12, 0, 0)
         self.set(self.noon)

@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import unittest
 
-from harness import FAKETIME, STAGE, report_formats
+from harness import STAGE, another_clock, report_formats
 
 REGIONS = ("de_DE.UTF-8", "tr_TR.UTF-8")
 NAMES_IN_CAPITALS = """<Report><DataSources><DataSource Name="db"><ConnectionProperties><DataProvider>SQLITE</DataProvider>
@@ -29,10 +29,8 @@ class Regions(unittest.TestCase):
         out = self.folder / f"{report.stem}.{word}"
         environment = {name: value for name, value in os.environ.items()
                        if name != "LANG" and not name.startswith("LC_")}
-        environment.update(TZ="Etc/UTC", LC_ALL=region, LANGUAGE=region.partition(".")[0],
-                           OXC_HOME=str(self.folder / "app"))
-        # Not by its wrapper, whose semaphore may meet that of another process which was killed.
-        environment.update(LD_PRELOAD=FAKETIME, FAKETIME="2026-03-01 10:00:00", FAKETIME_DONT_FAKE_MONOTONIC="1")
+        environment.update(another_clock(FAKETIME="2026-03-01 10:00:00"), LC_ALL=region,
+                           LANGUAGE=region.partition(".")[0], OXC_HOME=str(self.folder / "app"))
         done = subprocess.run([STAGE / "oxc-report", "export", report, "-f", word, "-o", out], capture_output=True,
                               text=True, env=environment, timeout=120)
         self.assertEqual((done.returncode, done.stderr), (0, ""), (report, region))
