@@ -47,7 +47,11 @@ class Bare {
     Result Run(const std::string& statements) const {
         Result result(PQexec(m_connection, statements.c_str()));
         if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR || PQstatus(m_connection) != CONNECTION_OK) {
-            throw std::runtime_error(PQerrorMessage(m_connection) + statements);
+            const std::string message = PQerrorMessage(m_connection) + statements;
+            if (PQtransactionStatus(m_connection) == PQTRANS_INERROR) {
+                Result(PQexec(m_connection, "rollback"));
+            }
+            throw std::runtime_error(message);
         }
         return result;
     }
@@ -99,10 +103,12 @@ bool TestsUseServer() {
 
 namespace {
 
-// The database of this process. Most tests change rows only and leave it to the next one.
+// The database of this process. Most tests change rows only and leave it to the next one, with its
+// connection: to open one takes the server longer than most tests.
 struct Reused {
     std::string name;
     bool isChanged = false;  // in its tables
+    std::unique_ptr<Bare> connection;
 };
 
 Reused& Present() {
@@ -110,9 +116,9 @@ Reused& Present() {
     return reused;
 }
 
-bool Empty(const std::string& name) {
+bool Empty(const Bare& connection) {
     try {
-        std::string statements = "set lock_timeout = 1000; begin;";
+        std::string statements = "begin; set local lock_timeout = 1000;";
         for (const char* table :
              {"ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls",
               "ReportBatchPar", "ReportBatchHstry", "Folders", "tmpPar", "clients", "StoredReport"}) {
@@ -122,7 +128,7 @@ bool Empty(const std::string& name) {
                                  "reportbatchdtls_detailid", "reportbatchpar_parid", "folders_folderid"}) {
             statements += std::string("select setval('") + keys + "_seq', 1, false);";
         }
-        Bare(name).Run(statements + "commit");
+        connection.Run(statements + "commit");
         return true;
     } catch (const std::runtime_error&) {
         return false;  // a test left a reader open
@@ -136,13 +142,14 @@ TeamStore::TeamStore() {
     Reused& present = Present();
     if (number == 0) {
         MakeTemplate();
-    } else if (present.isChanged || !Empty(present.name)) {
+    } else if (present.isChanged || !Empty(*present.connection)) {
         Bare("postgres").Run("drop database if exists " + present.name + " with (force)");
         present = {};
     }
     if (present.name.empty()) {
         present.name = "oxc_test_" + std::to_string(getpid()) + "_" + std::to_string(++number);
         Bare("postgres").Run("create database " + present.name + " template " + Template);
+        present.connection = std::make_unique<Bare>(present.name);
     }
     m_name = present.name;
 }
@@ -158,7 +165,7 @@ std::string TeamStore::LinkText() const {
 void TeamStore::Run(const std::string& statements) const {
     static const std::regex tableChange(R"(\b(create|drop|alter)\b)", std::regex::icase);
     Present().isChanged = Present().isChanged || std::regex_search(statements, tableChange);
-    Bare(m_name).Run(ForServer(statements));
+    Present().connection->Run(ForServer(statements));
 }
 
 std::shared_ptr<void> TeamStore::Hold() const {
@@ -170,7 +177,7 @@ std::shared_ptr<void> TeamStore::Hold() const {
 }
 
 std::vector<std::string> TeamStore::Rows(const std::string& select) const {
-    const Result result = Bare(m_name).Run(TranslateForServer(select));
+    const Result result = Present().connection->Run(TranslateForServer(select));
     std::vector<std::string> rows;
     for (int row = 0; row < PQntuples(result.get()); ++row) {
         std::string text;
