@@ -7,7 +7,7 @@ import threading
 import time
 import unittest
 
-from databases import POSTGRES, Postgres
+from databases import POSTGRES, Postgres, report
 from harness import STAGE, Courier, system_path
 
 REPORT = """<?xml version="1.0" encoding="utf-8"?>
@@ -49,6 +49,12 @@ class TeamServer(Postgres):
         written.write_text(REPORT)
         written.replace(file)
         return file
+
+    def slow_down(self):
+        """Gives the report of the schedules a query of a second, so that their runs are seen under way."""
+        written = self.folder / "figures.slow"
+        written.write_text(report("PostgreSQL", self.connect(user="sched"), "select 1 as n from pg_sleep(1)", ["n"]))
+        written.replace(self.folder / "figures.rdl")
 
     def schedules(self, first, count, parent="Desktop"):
         """Puts due schedules of that report in, each with its number for a subject."""

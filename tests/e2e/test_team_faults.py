@@ -151,7 +151,7 @@ class TeamFaults(TeamTest):
     def lose_a_claim(self):
         """Ends the session that holds a claim; returns what the schedulers said."""
         self.server.schedules(1, 1)
-        self.server.rows("update ReportScheduler set Format = 'DHTML'")  # waits a second before its mail
+        self.server.slow_down()
         for _ in range(2):
             self.member().start()
         held = []
@@ -405,7 +405,7 @@ class TeamFaults(TeamTest):
     def test_status_of_a_team_has_the_claims(self):
         member = self.member()
         self.server.schedules(1, 1)
-        self.server.rows("update ReportScheduler set Format = 'DHTML'")
+        self.server.slow_down()
         member.start()
         self.wait(lambda: "oxc_claims{kind=\"schedule\"} 1\n" in member.schedule_command("status", "--prometheus").stdout, 30, "claim")
         self.wait(lambda: self.due() == 0, 30, "the run")

@@ -339,7 +339,7 @@ class TeamStore(TeamTest):
     def test_status_shows_who_holds_what(self):
         member = self.member()
         self.schedules(1, 1)
-        self.server.rows("update ReportScheduler set Format = 'DHTML'")  # waits a second before its mail
+        self.server.slow_down()
         member.start()
         held = []
         self.wait(lambda: held.append(member.schedule_command("status").stdout) or "Under way" in held[-1], 30, "a claim")
