@@ -28,13 +28,17 @@ MIME_TYPES = {
 }
 
 
-def another_clock(**moment):
-    """The environment of a program whose wall clock is another, as `moment` sets it (FAKETIME=... or the like). Timers
-    keep their pace, and files their times: fontconfig would take its cache for outdated, read every font and write the
-    cache again, which is then outdated for all other programs."""
+def another_time(**moment):
+    """The environment of a program whose clocks are others, as `moment` sets them (FAKETIME=... or the like). Files keep
+    their times: fontconfig would take its cache for outdated, read every font and write the cache again, which is then
+    outdated for all other programs."""
     # Not by the wrapper `faketime`, whose semaphore may meet that of another process which was killed.
-    return dict(moment, LD_PRELOAD="/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1", NO_FAKE_STAT="1", TZ="Etc/UTC",
-                FAKETIME_DONT_FAKE_MONOTONIC="1", DONT_FAKE_MONOTONIC="1")
+    return dict(moment, LD_PRELOAD="/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1", NO_FAKE_STAT="1", TZ="Etc/UTC")
+
+
+def another_clock(**moment):
+    """The same for the wall clock alone: timers keep their pace."""
+    return dict(another_time(**moment), FAKETIME_DONT_FAKE_MONOTONIC="1", DONT_FAKE_MONOTONIC="1")
 
 
 def report_formats():
