@@ -9,9 +9,9 @@ import sys
 
 
 def room(path):
-    """The room of src/ that a file belongs to: a folder, or one of the folders of rdl and platform."""
+    """The room of src/ that a file belongs to: a folder, or one of the folders of the three largest."""
     parts = path.split("/")[1:-1]
-    return "/".join(parts[:2] if parts[0] in ("rdl", "platform") else parts[:1])
+    return "/".join(parts[:2] if parts[0] in ("rdl", "platform", "designer") else parts[:1])
 
 
 def main():

@@ -56,7 +56,8 @@ int main(int argc, char** argv) {
         SchedulerService::Start(SchedulerService::WantsJson(argc, argv));
     }
     AwaitDisplay("oxc", Advice, argv);
-    // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
+    // Any argument means the scheduler, so there is no --version and no --help (sic); Qt takes its options
+    // from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);
     if (!isScheduler) {

@@ -39,7 +39,7 @@ class Deliveries {
 
     // If exactly this run was delivered before and its record failed, records it now over `connection`, which
     // is closed before and afterwards, and returns the item's next date: the run is not to be run again.
-    // Returns nothing if there is no such delivery. Raises what Record raises.
+    // Returns nullopt if there is no such delivery. Raises what Record raises.
     std::optional<std::string> RecordAgain(ADODB::Connection& connection, const DueRun& run);
 
     // Gives back the claim of an earlier run of this item that could not be recorded, because the item is due

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Mail against a real server on loopback: each failure takes its road, nothing goes out twice and nothing is lost."""
+"""Mail against a real server on loopback: each kind of failure is handled as it should be, nothing goes out twice and nothing is lost."""
 
 import time
 import unittest

@@ -25,7 +25,7 @@ class BandLayout {
     QRectF Caption(std::size_t band) const;
     QRectF Band(std::size_t band) const { return m_places.at(band); }
 
-    // Returns the band at the point, or nothing.
+    // Returns the band at the point, or nullopt.
     std::optional<std::size_t> BandAt(QPointF point) const;
     // The same, captions included, and of a point between or beside bands the nearest one. Nothing without
     // bands.

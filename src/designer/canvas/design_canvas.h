@@ -48,16 +48,16 @@ class DesignCanvas : public QAbstractScrollArea {
     bool Snaps() const { return m_snaps; }
     void SetSnaps(bool snaps) { m_snaps = snaps; }
 
-    // The next rectangle that the user draws becomes an item of the kind. Escape takes the tool away.
+    // The next rectangle that the user draws becomes an item of the kind. Escape ends it.
     void SetTool(std::optional<NewItem> tool);
-    // Is asked before an item is inserted what the user wants of it; false: nothing is inserted.
+    // Called before an item is inserted, to ask for its settings. Returns false if the user cancels.
     using Asker = std::function<bool(NewItem kind, GraphicChoice& choice)>;
     void SetAsker(Asker asker) { m_asker = std::move(asker); }
     std::optional<NewItem> Tool() const { return m_tool; }
     // Inserts an item of the kind in the middle of what is visible, or below what is there, and selects it.
     void InsertAtMiddle(NewItem kind);
 
-    // Returns the text box that is selected, or that a part of is; NoElement if it is none.
+    // Returns the selected text box, or the one whose part is selected; else NoElement.
     ElementId TextBoxToType() const;
     // Opens it for typing, of several the leader alone; a part is marked in its text.
     void EditText();
@@ -106,7 +106,7 @@ class DesignCanvas : public QAbstractScrollArea {
     void DesignWanted(designer::ElementId id);  // a double click on an item that is no text box
     void PointerMoved(const QString& place);    // empty: the pointer is on no band
     void LaidOut();                             // Failure may have changed
-    void Told(const QString& text);             // what the user should know while it lasts; empty: no more
+    void Told(const QString& text);             // for the status bar; empty: clears it
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -213,7 +213,7 @@ class DesignCanvas : public QAbstractScrollArea {
     bool StepInTable(int right, int down, bool withControl, bool withShift);
     bool StepToCell(int right, int down);
     bool StretchCells(int right, int down);
-    void TypeInto(QKeyEvent* event);  // canvas_keys.cpp
+    void TypeInto(QKeyEvent* event);  // canvas_text.cpp
     Drop DropAt(QPointF point) const;
     Drop DropAt(QPointF point, const DraggedValue& value) const;
     Drop DropOf(const QMimeData& dragged, QPointF point) const;

@@ -30,7 +30,7 @@ QPointF PlaceOf(Handle handle, const QRectF& area);
 QRectF HandleArea(Handle handle, const QRectF& area);
 Qt::CursorShape CursorOf(Handle handle);
 
-// Returns the handle at a point, or nothing.
+// Returns the handle at a point, or nullopt.
 std::optional<Handle> HandleAt(QPointF point, const QRectF& area, bool isLine);
 
 MovingEdges EdgesOf(Handle handle);

@@ -32,12 +32,12 @@ class TextEditor : public QTextEdit {
     void InsertExpression(const std::string& expression);
     // Returns where the selection is, also an empty one.
     TextPart Selection() const;
-    // Returns the part that is marked; nothing if it is all of the text or no character, or if the text is an
+    // Returns the part that is marked; nullopt if it is all of the text or no character, or if the text is an
     // expression.
     std::optional<TextPart> MarkedPart() const;
     void Mark(const TextPart& part);
     // Returns the expression that is typed, or that of the placeholder at the cursor, which is marked then;
-    // "" if there is none. The other one replaces it, or what is marked.
+    // "" if there is none. PutExpression replaces the selection by an expression.
     std::string ExpressionAtCursor();
     void PutExpression(const std::string& expression);
     // Says which expression a field that is dropped here becomes.

@@ -23,7 +23,7 @@ std::string StyleOf(const Document& document, ElementId owner, const std::string
                               : std::string(Trim(document.TextAt(owner, "Style/" + name).value_or("")));
 }
 
-// Returns nothing for an expression, for a text that is no colour, and for a colour that lets all through.
+// Returns nullopt for an expression, for a text that is no colour, and for a colour that lets all through.
 std::optional<QColor> ColourAt(const Document& document, ElementId owner, const std::string& name) {
     const auto colour = rdl::ColorOf(StyleOf(document, owner, name));
     return colour && qAlpha(*colour) > 0 ? std::optional(QColor::fromRgba(*colour)) : std::nullopt;

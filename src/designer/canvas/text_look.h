@@ -29,7 +29,7 @@ struct TextLook {
 
 TextLook TextLookOf(const Document& document, ElementId box);
 
-// Return the look of a run, and of a paragraph; for numbers that there are none of that of the first.
+// Return the look of a run or a paragraph, counted from 0; for an index past the end, that of the first.
 const RunLook& LookOfRun(const TextLook& look, int paragraph, int run);
 Qt::AlignmentFlag AlignmentOfParagraph(const TextLook& look, int paragraph);
 

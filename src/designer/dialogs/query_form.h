@@ -44,7 +44,7 @@ class QueryForm : public QWidget {
 
     // Runs the query unless its rows are shown already. Returns false after a message below the query.
     bool Run();
-    // Runs the query also if its rows are shown; nothing if there is none that can be run.
+    // Runs the query even if its rows are shown. Does nothing without a query that can be run.
     void RunAgain();
     // The rows of Run; null before.
     const rdl::QueryRows* Rows() const { return m_rows ? &*m_rows : nullptr; }

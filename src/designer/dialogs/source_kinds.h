@@ -40,7 +40,7 @@ struct SourceFields {
 };
 
 std::string ConnectStringOf(const SourceKind& kind, const SourceFields& fields);
-// Returns the fields that a connect string is written from; nothing if it has parts that no field shows.
+// Returns the fields that a connect string is written from; nullopt if it has parts that no field shows.
 std::optional<SourceFields> FieldsOf(const SourceKind& kind, std::string_view connectString);
 
 // Returns the query for all rows of a table; `schema` may be empty.

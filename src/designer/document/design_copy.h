@@ -34,8 +34,8 @@ struct DesignCopy {
 };
 
 // A section is a page without margins: page header, body and page footer below each other, each as large as
-// its items need. Its text may still be one that the engine refuses: an enumeration or a size that is none
-// stays as it is.
+// its items need. Its text may still be one that the engine refuses: an invalid enumeration or size stays
+// as it is.
 DesignCopy MakeDesignCopy(const Document& document, const DesignOptions& options = {});
 
 // Returns the item that a message of the engine names as Textbox Total or as Image "Logo", or NoElement.

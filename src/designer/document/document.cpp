@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t NeverSaved = static_cast<std::size_t>(-1);
 
-// Returns the bytes between the line's beginning and the element; nothing if there is more than blanks.
+// Returns the bytes between the line's beginning and the element; nullopt if there is more than blanks.
 std::optional<std::string> IndentOf(const SourceTree& tree, int index) {
     const std::string_view before = std::string_view(tree.Text()).substr(0, tree[index].whole.begin);
     const std::size_t end = before.find_last_not_of(" \t");

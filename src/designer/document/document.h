@@ -72,7 +72,7 @@ class Document {
     std::vector<ElementId> Children(ElementId id) const;
     // Returns NoElement if a step of the path is missing; SourceTree::Find says what a path is.
     ElementId Find(ElementId id, std::string_view path) const { return IdAt(m_tree.Find(IndexOf(id), path)); }
-    // Returns the text of the element at the path; nothing if there is none.
+    // Returns the text of the element at the path; nullopt if there is none.
     std::optional<std::string> TextAt(ElementId id, std::string_view path) const;
     std::optional<std::string> Attribute(ElementId id, std::string_view name) const {
         return m_tree.AttributeOf(IndexOf(id), name);

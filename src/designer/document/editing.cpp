@@ -52,7 +52,7 @@ void CheckText(std::string_view text) {
     }
 }
 
-// Returns nothing if the element has the text already. The first piece of text becomes the new one, the
+// Returns an empty list if the element has the text already. The first piece of text becomes the new one, the
 // others go; comments between them stay.
 std::vector<Splice> TextSplices(const Document& document, ElementId id, std::string_view text) {
     const SourceTree& tree = document.Tree();

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
 
-// Returns the line end and the blanks before the element; nothing if something else is on its line before it.
+// Returns the line end and the blanks before the element; nullopt if something else is on its line before it.
 std::optional<std::string_view> LineBefore(std::string_view text, std::size_t at) {
     const std::string_view before = text.substr(0, at);
     const std::size_t end = before.find_last_not_of(" \t");

@@ -59,7 +59,7 @@ std::string UsualUnit(const Document& document) {
     return "1in";
 }
 
-// Returns what is written for the size; nothing if what is written is that size.
+// Returns what is written for the size; nullopt if what is written is that size.
 std::optional<std::string> NewText(const Document& document, ElementId owner, std::string_view path,
                                    double points) {
     const std::optional<std::string> written = document.TextAt(owner, path);

@@ -16,12 +16,11 @@ namespace designer {
 // Returns whether elements of this name are report items (MS-RDL, ReportItems), of any schema.
 bool IsReportItem(std::string_view element);
 
-// Returns `wish` if nothing of the report has this name, in any case, else "wish" without its digits and with
-// the next number that is free: Textbox7.
+// Returns `wish` if no item or group has this name, compared without regard to case; else `wish` without its
+// digits and with the next free number: Textbox7.
 std::string UniqueName(const Document& document, std::string_view wish);
 
-// Gives new names to the items and groups of a copy, and to what the element itself is. What refers to them
-// from within the copy follows.
+// Renames a copied element and the items and groups in it. References from within the copy follow.
 void MakeNamesUnique(Document& document, ElementId copy);
 
 // A place that may name the old name and was not changed.
@@ -41,7 +40,7 @@ std::vector<LeftReference> Rename(Document& document, ElementId id, const std::s
 void RenameAll(Document& document, const std::vector<ElementId>& ids, const std::vector<std::string>& names);
 
 // Returns the first place that refers to an item, a group or a data set with one of these names: an element
-// such as ToggleItem, ReportItems!Name or a text in an expression. Nothing if there is none.
+// such as ToggleItem, ReportItems!Name or a text in an expression. nullopt if there is none.
 std::optional<LeftReference> UseOf(const Document& document, const std::vector<std::string>& names);
 
 // Returns all places outside of the element that refer to its name, as Rename follows them; for an item,

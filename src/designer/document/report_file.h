@@ -18,7 +18,7 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
-// Returns nothing if there is no such file.
+// Returns nullopt if there is no such file.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file);
 
 // Whether both names lead to one file: they are equal, or one is a link to what the other one names.

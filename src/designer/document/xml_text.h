@@ -15,7 +15,7 @@ bool IsXmlCharacter(char32_t character);
 // there is none.
 std::size_t NameLength(std::string_view text);
 
-// Returns the character that a reference stands for, without its & and ;. Nothing if it names an entity that
+// Returns the character that a reference stands for, without its & and ;. nullopt if it names an entity that
 // is not predefined, or a character that XML does not have.
 std::optional<char32_t> ReferredCharacter(std::string_view reference);
 // Returns the text with its references resolved and its line ends as line feeds. References to other entities

@@ -32,7 +32,7 @@ class ExpressionCheck {
     // Checks values that are written so; the model must live as long as this.
     ExpressionCheck(const DesignModel& model, Write write);
 
-    // Returns nothing if the value is understood at its place. A report with a fault elsewhere is not opened
+    // Returns nullopt if the value is understood at its place. A report with a fault elsewhere is not opened
     // by the engine: OtherFault says so.
     std::optional<ExpressionFault> FaultOf(const std::string& value) const;
     // Returns why no value can be checked; empty if values are.

@@ -29,7 +29,7 @@ struct ExpressionPlace {
     ExpressionCheck::Write write;
 };
 
-// Lets the user change the value. Returns nothing if the user cancels.
+// Lets the user change the value. Returns nullopt if the user cancels.
 std::optional<std::string> AskForExpression(const DesignModel& model, const ExpressionPlace& place,
                                             const std::string& value, QWidget* parent);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A line that shows what an expression is worth for the first row of its data set, and a button that stops
+// A line that shows the value of an expression for the first row of its data set, and a button that stops
 // the computation or reads the rows again.
 #pragma once
 

@@ -31,7 +31,7 @@ std::string Aggregated(std::string_view aggregate, const std::string& field) {
     return "=" + std::string(aggregate) + "(" + FieldValue(field).substr(1) + ")";
 }
 
-// The parts of =Sum(Fields!Amount.Value); nothing for any other expression.
+// The parts of =Sum(Fields!Amount.Value); nullopt stands for any other expression.
 struct FieldSummary {
     std::string_view aggregate;
     std::string field;

@@ -16,7 +16,7 @@ class FieldList : public QListWidget {
  public:
     explicit FieldList(QWidget* parent = nullptr);
     void ShowSet(const Document& document, const std::string& dataSet);
-    // The current field; nothing if there is none.
+    // The current field; nullopt if there is none.
     std::optional<DraggedField> Current() const;
 
  protected:

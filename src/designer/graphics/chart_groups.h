@@ -16,7 +16,7 @@ struct ChartGroup {
     ElementId member =
         NoElement;                // the ChartMember, in 2003 and 2005 DynamicCategories; NoElement: a new one
     std::string expression = {};  // of a category without = one that is there always, with this name
-    int level = 1;  // 1 is the outermost; a group is in the last one before it of a lesser level
+    int level = 1;  // 1 is the outermost; its parent is the nearest earlier group with a smaller level
     bool operator==(const ChartGroup&) const = default;
 };
 

@@ -42,16 +42,16 @@ bool HasChartDesign(const Document& document, ElementId chart);
 bool IsOlderChart(const Document& document, ElementId chart);
 ChartDesign ReadChartDesign(const Document& document, ElementId chart);
 
-// Writes what differs from the chart as it is, as one step; all else of the chart stays. Values that the type
-// of chart needs and that are missing become those that are there.
+// Writes what differs from the chart as it is, as one step; all else of the chart stays. A value that the
+// type of chart needs and the design lacks gets the expression of one that it has.
 void PutChartDesign(Document& document, ElementId chart, ChartDesign design);
 
 // Returns the type in the gallery; null if it is none of these.
 const ChartType* TypeOf(const ChartDesign& design);
 // Returns the names of the values that a series of the chart has.
 std::vector<std::string> ValueNamesOf(const ChartDesign& design);
-// Fills in values that the type needs with those that there are, of new values and of all if the type is
-// another one.
+// Gives values that the type needs and that are missing the expression of one that is there: in new values,
+// and in all if `isOtherType`.
 void CompleteValues(ChartDesign& design, bool isOtherType);
 
 // Returns the children of a new Chart as InsertXml takes them, without its data set.

@@ -25,7 +25,7 @@ class SortFilterDialog : public ListsDialog {
     SortFilterDialog(DesignModel& model, ElementId region, QWidget* parent = nullptr);
 };
 
-// Lets the user change the expression of a new group around, within or beside a member. Returns nothing if
+// Lets the user change the expression of a new group around, within or beside a member. Returns nullopt if
 // the user cancels.
 std::optional<std::string> AskForGroupExpression(const DesignModel& model, ElementId member,
                                                  const std::string& value, QWidget* parent);

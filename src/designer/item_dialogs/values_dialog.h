@@ -43,13 +43,14 @@ class ValuesDialog : public QDialog {
     void AddPageBreakPage();
     // Brings the page of the control to the front.
     void ShowPageOf(const QWidget& control);
-    // Shows what is wrong, and brings the control to the user.
+    // Shows the message and moves the focus to the control, on its page.
     void Refuse(QWidget& control, const QString& text);
 
     DesignModel& Model() { return m_model; }
     const Document& Source() const { return m_model.Source(); }
     const SelectionValues& Values() const { return m_values; }
-    // What a dialog has beside fields: whether that is right, after a message if not, and writing it.
+    // For a dialog with more than fields. IsMoreRight shows a message and returns false if the rest is
+    // invalid; WriteMore writes it.
     virtual bool IsMoreRight() { return true; }
     virtual void WriteMore(Document&) {}
 

@@ -17,7 +17,7 @@ inline constexpr const char* ItemsMimeType = "application/x-oxbow-courier-items+
 
 std::string ItemsText(const Document& document, const std::vector<ElementId>& ids);
 
-// Returns the elements in such a text, each as InsertXml takes it. Nothing if the text is no ReportItems
+// Returns the elements in such a text, each as InsertXml takes it. nullopt if the text is no ReportItems
 // element, or if anything in it is no report item.
 std::optional<std::vector<std::string>> ItemsIn(std::string_view text);
 

@@ -10,12 +10,12 @@
 
 namespace designer {
 
-// Returns nothing for an item that is no text box, and for one with paragraphs of several runs: they have
+// Returns nullopt for an item that is no text box, and for one with paragraphs of several runs: they have
 // formats of their own, which a text without formats would lose.
 std::optional<std::string> TextOfItem(const Document& document, ElementId item);
 
 // Sets the text. New lines become paragraphs if the text box has several, with the format of the last one;
-// otherwise they stay within its only one. Raises EditError if TextOfItem returns nothing.
+// otherwise they stay within its only one. Raises EditError if TextOfItem returns nullopt.
 void SetTextOfItem(Document& document, ElementId item, std::string_view text);
 
 }  // namespace designer

@@ -47,7 +47,7 @@ void PutPageSetup(Document& document, std::size_t section, const PageSetup& setu
 // if the margins leave nothing.
 double RoomOf(const PageSetup& setup);
 
-// Makes what the section must have by its schema and has not: itself, Body, Width and Page. Returns the
+// Makes what the section must have by its schema and lacks: itself, Body, Width and Page. Returns the
 // element of the section. Edits of the step that is open.
 ElementId CompleteSection(Document& document, std::size_t section);
 

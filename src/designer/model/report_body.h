@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Bodies that a report should have and has not. They are shown as if they were there, and are written with
+// Bodies that a report should have and lacks. They are shown as if they were there, and are written with
 // the first thing that is put into them.
 #pragma once
 

@@ -25,7 +25,7 @@ struct RichParagraph {
 
 using RichText = std::vector<RichParagraph>;
 
-// Returns nothing for an item that is no text box, and in the schemas of 2003 and 2005, whose texts have no
+// Returns nullopt for an item that is no text box, and in the schemas of 2003 and 2005, whose texts have no
 // runs.
 std::optional<RichText> RichTextOf(const Document& document, ElementId item);
 

@@ -26,7 +26,7 @@ struct TableSelection {
     ElementId group = NoElement;  // a member that is selected itself, or by its header in a Matrix
 };
 
-// Returns nothing if neither a region, nor a cell of one, nor a group is selected.
+// Returns nullopt if neither a region, nor a cell of one, nor a group is selected.
 std::optional<TableSelection> SelectedTable(const DesignModel& model);
 
 // Returns the group that a command is for: the selected one, else the innermost one around the cells.

@@ -21,7 +21,7 @@ struct TextPart {
 // Edits of the step that is open.
 std::vector<ElementId> CutTextPart(Document& document, ElementId item, const TextPart& part);
 
-// Returns the part that the runs and paragraphs are, from the first to the last of them; nothing if they are
+// Returns the part that the runs and paragraphs are, from the first to the last of them; nullopt if they are
 // not of the text box.
 std::optional<TextPart> TextPartOf(const Document& document, ElementId item,
                                    const std::vector<ElementId>& ids);

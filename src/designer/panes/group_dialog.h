@@ -20,7 +20,7 @@ namespace designer {
 class GroupDialog : public QDialog {
     Q_OBJECT
  public:
-    // Lets the user change an expression in a dialog of its own. Returns nothing if the user cancels.
+    // Lets the user change an expression in a dialog of its own. Returns nullopt if the user cancels.
     using Ask = std::function<std::optional<std::string>(const std::string& value, QWidget* parent)>;
 
     // `hasBands`: a header and a footer can be chosen. Without `ask` there is no button for an expression.

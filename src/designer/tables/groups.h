@@ -37,7 +37,7 @@ struct NewGroup {
 ElementId AddGroup(Document& document, ElementId region, Axis axis, ElementId member, GroupPlace place,
                    const NewGroup& group);
 
-// Deletes a group. Without its tracks these stay, and are there once.
+// Deletes a group. Without `withTracks` its rows or columns stay as static ones.
 void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId member, bool withTracks);
 
 // Adds a row, or column, before or after a group with the sums of the numbers that its cells show. Returns

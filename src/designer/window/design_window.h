@@ -127,6 +127,8 @@ class DesignWindow : public QMainWindow {
     void AddScheduleCommand(QMenu& menu);
     bool IsSavedForSchedule();  // asks for what is missing; false: the user stays
     void ScheduleReport();
+
+    // help_commands.cpp
     void BuildHelpMenu();
     void OpenHelpBook();
 
@@ -141,7 +143,7 @@ class DesignWindow : public QMainWindow {
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
     void EditExpression();
-    // Asks for an expression in the text of a text box; nothing: the user cancels.
+    // Asks for an expression in the text of a text box; nullopt if the user cancels.
     std::optional<std::string> AskForValueOf(ElementId box, const std::string& value);
     std::optional<PropertyRow> ValueRowOf(ElementId box) const;
     // The property whose expression is edited: the current one of the pane, else what a text box shows.
@@ -156,6 +158,7 @@ class DesignWindow : public QMainWindow {
     void RemoveDataPart(DataPart part, const std::string& name);
     // What the dialog for links is of: the item that was selected last, else the selected runs of a text.
     std::vector<ElementId> LinkedElements() const;
+
     // arrange_commands.cpp
     void GroupSelection();
     void UngroupSelection();

@@ -38,7 +38,7 @@ bool StandsFor(const fs::path& name, int handle) {
            named.st_ino == opened.st_ino;
 }
 
-// Returns nothing if another process has the lock; a handle of -1 if nothing can be locked. Who releases a
+// Returns nullopt if another process has the lock; a handle of -1 if nothing can be locked. Who releases a
 // lock removes its file: one that was opened before that is no lock any more.
 std::optional<UniqueFd> TryLock(const fs::path& name) {
     std::error_code ignored;

@@ -58,7 +58,7 @@ rdl::QueryRequest RequestOf(const DesignModel& model, const ReportSet& set, cons
     return request;
 }
 
-// Returns the column of the rows that a field shows; nothing if it shows none.
+// Returns the column of the rows that a field shows; nullopt if it shows none.
 std::optional<std::size_t> ColumnOf(const rdl::QueryRows& rows, const ReportSet& set,
                                     const std::string& field) {
     const ReportField* named = NamedIn(set.fields, field);

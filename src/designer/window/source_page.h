@@ -20,7 +20,7 @@ class SourcePage : public QWidget {
 
     // Shows the bytes of a file and why they are no report.
     void Show(std::string_view bytes, const SourceFlaw& flaw);
-    // Shows why the text is still none, and marks the line.
+    // Shows why the text is still not a report, and marks the line of the error.
     void ShowFlaw(const SourceFlaw& flaw);
     std::string Bytes() const;
     bool IsModified() const;

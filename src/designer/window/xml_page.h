@@ -26,7 +26,7 @@ class XmlPage : public QWidget {
     // Makes what was typed a step of the document. Returns false, shows why, and changes nothing if the text
     // is not well-formed.
     bool Apply();
-    // Lets go of what was typed and not applied.
+    // Discards the text that is not applied.
     void Forget();
     // Selects the item at the cursor.
     void SelectAtCursor();

@@ -13,7 +13,7 @@
 // Host and Database must be there. Host may be the folder of a socket. Without Password and PasswordCommand
 // the password is that of ~/.pgpass, if one is needed. SSLMode is a word of libpq; without it a connection to
 // another machine is encrypted and the server's certificate is verified. SSLRootCert names the file of the
-// certificates to trust, if those of the machine do not do. Blanks around names and values, empty lines, a
+// certificates to trust, if the machine's own are not enough. Blanks around names and values, empty lines, a
 // byte order mark and lines that end in CR LF are allowed; a key that is given twice is not.
 #pragma once
 
@@ -33,10 +33,10 @@ struct Link {
 // Returns true if the file begins as a link does, also as a damaged one.
 bool IsLink(const std::filesystem::path& file);
 
-// Returns the link in a file, and nullopt if the file is none or cannot be read. Raises err::DataUnavailable
-// for a damaged link, with the fault and its line. A link with a Password or a PasswordCommand must belong to
-// the user of the process or to root, and nobody else may read or write it: another user's command would run
-// with the rights of this one.
+// Returns the link in a file, and nullopt if the file is not a link or cannot be read. Raises
+// err::DataUnavailable for a damaged link, with the fault and its line. A link with a Password or a
+// PasswordCommand must belong to the user of the process or to root, and nobody else may read or write it:
+// another user's command would run with the rights of this one.
 std::optional<Link> ReadLink(const std::filesystem::path& file);
 
 // Returns the link that Host=...;Port=...;Database=...;Username=...;Password=...;SSL Mode=... describes. A

@@ -30,7 +30,7 @@ class BackgroundRun {
     // Whether the thread makes no more pages: all are made, the run has failed, or it was stopped.
     bool HasEnded() const;
     int PagesMade() const;
-    // Returns why the run ended early; nothing if it was stopped.
+    // Returns why the run ended early; nullopt if it was stopped.
     std::optional<RuntimeError> Failure() const;
     // Returns the pages that are made, and those still to come. Reach waits for a page a few milliseconds
     // only, and may then return false for a page that is made later. The object may outlive the run: its

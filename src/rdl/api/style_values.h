@@ -19,7 +19,7 @@ struct NamedColor {
 // Returns the colours that have names, Transparent first and the others by their names.
 std::vector<NamedColor> NamedColors();
 
-// Returns the colour of a name or of #RRGGBB as a report reads it, as 0xAARRGGBB; nothing for any other text.
+// Returns the colour of a name or of #RRGGBB as a report reads it, as 0xAARRGGBB; nullopt for any other text.
 std::optional<std::uint32_t> ColorOf(std::string_view text);
 
 // Return the value as a text box with this format shows it in this language ("de-DE"; a language that is not

@@ -14,7 +14,7 @@ namespace rdl::data {
 
 class JsonNumbers {
  public:
-    // Reads the numbers (RFC 8259, section 6). Returns nothing if one is damaged or too large for floating
+    // Reads the numbers (RFC 8259, section 6). Returns nullopt if one is damaged or too large for floating
     // point: a parser says where. `bytes` must outlive the result.
     static std::optional<JsonNumbers> Of(std::string_view bytes);
 

@@ -27,7 +27,7 @@ struct ReportTree {
 // Adds the elements of `parent` as rows, with an element for each value.
 void AddRows(const XmlElement& parent, InlineRows& rows);
 
-// Reads a report without a tree of its rows. Returns nothing for a file that must be read whole: it has
+// Reads a report without a tree of its rows. Returns nullopt for a file that must be read whole: it has
 // errors, whose lines are known then, or something unusual. Raises rdl::Error for what is no report at all.
 std::optional<ReportTree> ReadReportApart(const xml::NextBytes& next, const std::string& fileName,
                                           const DefinitionLimits& limits);

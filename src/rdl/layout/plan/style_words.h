@@ -72,7 +72,7 @@ inline constexpr std::array<std::pair<std::string_view, int>, 11> Weights{{{"Nor
                                                                            {"ExtraBold", 800},
                                                                            {"Heavy", 900}}};
 
-// Returns the weight from 1 to 1000 that a number in FontWeight gives; nothing for another text.
+// Returns the weight from 1 to 1000 that a number in FontWeight gives; nullopt for another text.
 inline std::optional<int> WeightOfNumber(std::string_view text) {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
