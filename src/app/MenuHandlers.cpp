@@ -11,10 +11,19 @@
 #include "desktop/HistoryCommands.h"
 #include "desktop/PackageCommands.h"
 #include "desktop/PackageNodeCommands.h"
+#include "desktop/frmViewer.h"
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
 #include "execution/PreviewCommands.h"
 #include "execution/on_demand/DemandCommands.h"
+
+namespace {
+
+HistoryWindow& History() {
+    return frmViewer::Instance();
+}
+
+}  // namespace
 
 std::function<void()> FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
@@ -41,7 +50,7 @@ std::function<void()> FindMenuHandler(const std::string& entry) {
         {"mnutbExit", mnutbExit_Click},
         {"mnuView", mnuView_Click},
         {"mnuRefHis", mnuRefHis_Click},
-        {"mnuExec", mnuExec_Click},
+        {"mnuExec", [] { mnuExec_Click(History); }},
         {"mnuDel", mnuDel_Click},
         {"mnubView", mnubView_Click},
         {"mnuOutput", mnuOutput_Click},

@@ -4,8 +4,6 @@
 #include "desktop/HistoryNodes.h"
 #include "desktop/frmViewer.h"
 #include "execution/PackagePreview.h"
-#include "execution/RunReport.h"
-#include "execution/on_demand/RunOnDemand.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
@@ -40,27 +38,6 @@ void mnuDel_Click() {
         frmViewer::Instance().Form_Load();
     } catch (...) {
         Global::ShowError(CurrentError());
-    }
-}
-
-void mnuExec_Click() {
-    std::string key;
-    try {
-        Global::BusyCursor(true);
-        const Node& node = frmViewer::Instance().tvReports->SelectedItem();
-        if (node.Children() == 0) {
-            key = cmFunc::GetDelimitedField(history::ScheduleText(node), 1, ":");
-            if (Global::ExecuteSchedule(key)) {
-                frmViewer::Instance().Form_Load();
-            }
-        }
-        Global::BusyCursor(false);
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        Global::RecordFailedExecution(key, error);
-        Global::BusyCursor(false);
-        Global::ShowFailedExecution("An error was encountered, ", error);
-        frmViewer::Instance().Form_Load();
     }
 }
 

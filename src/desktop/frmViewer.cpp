@@ -73,6 +73,11 @@ void frmViewer::ConnectControls() {
     connect(tvBatch, &TreeView::MouseUp, this, &frmViewer::tvBatch_MouseUp);
 }
 
+std::optional<std::string> frmViewer::SelectedSchedule() const {
+    const Node& node = tvReports->SelectedItem();
+    return node.Children() == 0 ? std::optional(history::ScheduleText(node)) : std::nullopt;
+}
+
 void frmViewer::Form_Load() {
     const QPointer<frmViewer> form(this);
     const std::function<void()> steps[] = {

@@ -12,12 +12,13 @@
 
 #include "platform/controls/items/tree_view.h"
 #include "platform/controls/tab_strip.h"
+#include "shared/Frame.h"
 
 namespace Ui {
 class frmViewer;
 }
 
-class frmViewer : public QWidget {
+class frmViewer : public QWidget, public HistoryWindow {
     Q_OBJECT
  public:
     // Returns the one window, a child window of the frame. The first call, and the first call after the
@@ -33,7 +34,8 @@ class frmViewer : public QWidget {
 
     // Fills tvReports, replacing what it holds. An error is shown and ends the filling; the nodes made before
     // it stay.
-    void Form_Load();
+    void Form_Load() override;
+    std::optional<std::string> SelectedSchedule() const override;
     void Form_Activate();
     void Form_Unload();
     static constexpr int RefreshKey = 116;  // F5

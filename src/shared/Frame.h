@@ -2,6 +2,7 @@
 // The interfaces of windows that lower rooms call, so that none of them includes a form.
 #pragma once
 
+#include <optional>
 #include <string>
 
 class CommonDialog;
@@ -52,4 +53,15 @@ class DeskWindow {
     virtual void AddBatches() = 0;                           // appends every package to the list
     virtual void EnableButton(int index, bool enabled) = 0;  // button of Toolbar1, from 1
     virtual void EnableForm(bool enabled) = 0;
+};
+
+// The Schedule History window.
+class HistoryWindow {
+ public:
+    virtual ~HistoryWindow() = default;
+    // Returns the text of the schedule that the selected node is or belongs to, "5: Sales"; nullopt if the node
+    // has nodes below it. Raises 91 if no node is selected.
+    virtual std::optional<std::string> SelectedSchedule() const = 0;
+    // Reads schedules and runs again. An error is shown and ends the reading; the nodes made before it stay.
+    virtual void Form_Load() = 0;
 };

@@ -2,7 +2,9 @@
 #include "execution/on_demand/DemandCommands.h"
 
 #include "dialogs/ScheduleRecords.h"
+#include "execution/RunReport.h"
 #include "execution/on_demand/RunOnDemand.h"
+#include "shared/Frame.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -21,4 +23,24 @@ void mnuDeskExec_Click() {
 
 void mnubtcExec_Click() {
     Global::ExecutePackage(cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey()));
+}
+
+void mnuExec_Click(HistoryWindow& (*history)()) {
+    std::string key;
+    try {
+        Global::BusyCursor(true);
+        if (const std::optional<std::string> schedule = history().SelectedSchedule()) {
+            key = cmFunc::GetDelimitedField(*schedule, 1, ":");
+            if (Global::ExecuteSchedule(key)) {
+                history().Form_Load();
+            }
+        }
+        Global::BusyCursor(false);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::RecordFailedExecution(key, error);
+        Global::BusyCursor(false);
+        Global::ShowFailedExecution("An error was encountered, ", error);
+        history().Form_Load();
+    }
 }
