@@ -18,6 +18,9 @@ class DrawRooms(unittest.TestCase):
             self.assertEqual((DOCS / "rooms.svg").read_text(), drawn.read_text(),
                              "docs/rooms.svg is out of date; docs/draw_rooms draws it again")
 
+    def test_no_room_includes_one_above_it(self):
+        self.assertNotIn('class="up"', (DOCS / "rooms.svg").read_text())
+
 
 if __name__ == "__main__":
     unittest.main()
