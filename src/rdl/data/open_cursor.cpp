@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <initializer_list>
 
-#include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
+#include "rdl/data/common/server_address.h"
 #include "rdl/data/files/csv_cursor.h"
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/json_cursor.h"

@@ -12,7 +12,7 @@
 #include "rdl/engine/problems.h"
 #include "rdl/engine/report_pages.h"
 #include "rdl/engine/run.h"
-#include "rdl/formula/marks.h"
+#include "rdl/formula/quotation_marks.h"
 #include "rdl/text/fonts.h"
 #include "rdl/values/ascii.h"
 #include "rdl/writers/formats.h"

@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "rdl/image/bytes.h"
+#include "rdl/image/picture_bytes.h"
 
 namespace rdl::image {
 namespace {

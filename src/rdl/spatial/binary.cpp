@@ -3,8 +3,8 @@
 // (MS-SSCLRT, section 2.1).
 #include <algorithm>
 
-#include "rdl/spatial/bytes.h"
 #include "rdl/spatial/geometry.h"
+#include "rdl/spatial/shape_bytes.h"
 
 namespace rdl::spatial {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "rdl/spatial/bytes.h"
+#include "rdl/spatial/shape_bytes.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
 

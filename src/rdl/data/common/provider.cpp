@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/message.h"
+#include "rdl/data/common/server_address.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/named.h"

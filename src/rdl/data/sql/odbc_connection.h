@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/provider.h"
+#include "rdl/data/common/server_address.h"
 #include "rdl/data/sql/odbc_drivers.h"
 
 namespace rdl::data {

@@ -5,8 +5,8 @@
 #include <QSqlDatabase>
 #include <string>
 
-#include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/masking.h"
+#include "rdl/data/common/server_address.h"
 #include "rdl/data/sql/connection_watch.h"
 #include "rdl/data/sql/left_query.h"
 #include "rdl/data/sql/sql_cursor.h"

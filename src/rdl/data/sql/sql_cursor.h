@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/cursor.h"
+#include "rdl/data/common/server_address.h"
 #include "rdl/data/sql/query_text.h"
 
 namespace rdl::data {

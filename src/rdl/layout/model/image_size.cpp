@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/model/image_size.h"
 
-#include "rdl/image/bytes.h"
+#include "rdl/image/picture_bytes.h"
 
 namespace rdl::layout {
 namespace {

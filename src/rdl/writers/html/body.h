@@ -11,8 +11,8 @@
 
 #include "rdl/layout/model/instance.h"
 #include "rdl/spool/spool.h"
+#include "rdl/writers/html/document_map.h"
 #include "rdl/writers/html/drawings.h"
-#include "rdl/writers/html/map.h"
 #include "rdl/writers/html/styles.h"
 
 namespace rdl::writers {

@@ -9,7 +9,7 @@
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/pdf/archive.h"
 #include "rdl/writers/pdf/content.h"
-#include "rdl/writers/pdf/outline.h"
+#include "rdl/writers/pdf/document_outline.h"
 #include "rdl/writers/pdf/structure.h"
 
 namespace rdl::writers {

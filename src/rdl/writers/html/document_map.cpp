@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/html/map.h"
+#include "rdl/writers/html/document_map.h"
 
 #include "rdl/writers/html/text.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/data/common/connect_string.h"
+#include "rdl/data/common/server_address.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/formula/marks.h"
+#include "rdl/formula/quotation_marks.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/pdf/outline.h"
+#include "rdl/writers/pdf/document_outline.h"
 
 #include <algorithm>
 
