@@ -25,7 +25,7 @@ std::string Resolved(std::string_view written);
 std::string ResolvedValue(std::string_view written);
 
 // Returns the text as character data that reads back as the same text. Line feeds become `lineEnd`.
-// Characters that XML does not have are left out.
+// Characters that XML does not have, and bytes that are not UTF-8, are left out.
 std::string EscapedText(std::string_view text, std::string_view lineEnd);
 // The same for the value of an attribute within these quotes.
 std::string EscapedValue(std::string_view text, char quote);

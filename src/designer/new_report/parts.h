@@ -9,7 +9,7 @@
 #include "designer/new_report/columns.h"
 #include "designer/new_report/names.h"
 #include "designer/new_report/new_report.h"
-#include "designer/new_report/xml_text.h"
+#include "designer/new_report/xml_builder.h"
 
 namespace designer {
 
