@@ -27,6 +27,7 @@ class Ruler : public QWidget {
     struct Stretch {
         double begin = 0, length = 0;
     };
+    // `scale` is pixels in a point.
     void Show(std::vector<Stretch> stretches, double scale, const RulerUnit& unit);
     void ShowPointer(int at);  // pixels of the widget; below 0: none
 

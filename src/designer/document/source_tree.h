@@ -105,6 +105,7 @@ class SourceTree {
     // Follows a path of such names, "Style/Border/Color"; a step "rd:TypeName" is a child in any namespace
     // but the report's. Returns the start for an empty path, NoIndex if a step is missing.
     int Find(int start, std::string_view path) const;
+    // Returns the elements within, of every namespace, in the order of the text.
     std::vector<int> Children(int parent) const;
 
     // Returns the element's own character data: references resolved, line ends as line feeds.

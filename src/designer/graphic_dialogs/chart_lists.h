@@ -41,6 +41,7 @@ class ChartList : public QGroupBox {
  signals:
     void AddWanted();
     void Dropped(const designer::DraggedField& field);
+    // Rows count from 0.
     void RemoveWanted(int row);
     void MoveWanted(int row, int to);
     void Chosen();  // another entry is current, or the list has the focus

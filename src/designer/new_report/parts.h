@@ -62,6 +62,7 @@ class Parts {
     // A text box with the name, or the next free one. Without a place it fills a cell.
     Xml Box(std::string_view name, std::string_view value, const Look& look);
     Xml Box(std::string_view name, std::string_view value, const Look& look, const Place& place);
+    // `points` is the width of the line.
     Xml Line(std::string_view name, std::string_view colour, double points, const Place& place);
     // Adds the children of an item that say where it is.
     void AddPlace(XmlList& content, const Place& place) const;
