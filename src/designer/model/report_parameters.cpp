@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/xml_text.h"
@@ -27,11 +28,6 @@ std::vector<ElementId> ParameterElementsOf(const Document& document) {
 
 std::string TextOf(const Document& document, ElementId id, std::string_view path) {
     return document.TextAt(id, path).value_or("");
-}
-
-bool FlagOf(const Document& document, ElementId id, std::string_view path) {
-    const std::string text = TextOf(document, id, path);
-    return SameAscii(Trim(text), "true") || Trim(text) == "1";
 }
 
 void SetFlag(Document& document, ElementId id, std::string_view path, bool value) {
