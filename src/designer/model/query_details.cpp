@@ -5,6 +5,7 @@
 #include <charconv>
 #include <optional>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/xml_text.h"
 #include "designer/model/report_parameters.h"
@@ -79,10 +80,7 @@ QueryDetails QueryDetailsOf(const Document& document, std::string_view set) {
         std::find_if(std::begin(KindsOfQuery), std::end(KindsOfQuery),
                      [&](std::string_view word) { return SameAscii(word, Trim(type)); });
     details.type = known == std::end(KindsOfQuery) ? type : std::string(*known);
-    const std::string seconds = document.TextAt(id, "Query/Timeout").value_or("");
-    const std::string_view digits = Trim(seconds);
-    std::from_chars(digits.data(), digits.data() + digits.size(), details.seconds);
-    details.seconds = std::clamp(details.seconds, 0, MostSeconds);
+    details.seconds = NumberAt(document, id, "Query/Timeout", 0, 0, MostSeconds);
     for (const ElementId one : ChildrenNamed(document, id, ParametersOf(document, id), "QueryParameter")) {
         details.parameters.push_back({static_cast<int>(details.parameters.size()),
                                       document.Attribute(one, "Name").value_or(""),
