@@ -2,7 +2,6 @@
 #include "designer/model/query_details.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "designer/document/constants.h"
@@ -41,12 +40,6 @@ std::optional<ReportParameter> ParameterIn(const Document& document, std::string
         }
     }
     return std::nullopt;
-}
-
-bool IsNumber(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
 }
 
 std::string Quoted(std::string_view text) {
@@ -131,12 +124,12 @@ std::string TestValue(const Document& document, std::string_view expression, con
         return std::string(text);
     }
     const auto parameter = ParameterIn(document, expression);
-    const std::string type = parameter ? parameter->type : IsNumber(text) ? "Float" : "String";
+    const std::string type = parameter ? parameter->type : PlainNumber(text) ? "Float" : "String";
     if (type == "DateTime") {
         return "=CDate(" + Quoted(text) + ")";
     }
     const bool isTruth = SameAscii(text, "true") || SameAscii(text, "false");
-    const bool isOwnType = type == "Boolean" ? isTruth : type != "String" && IsNumber(text);
+    const bool isOwnType = type == "Boolean" ? isTruth : type != "String" && PlainNumber(text).has_value();
     return (isOwnType ? "=" : "") + std::string(text);
 }
 
