@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "designer/document/constants.h"
 #include "designer/document/placeholder_text.h"
 #include "platform/base/ascii.h"
 
@@ -183,13 +184,6 @@ class ChartWriter {
 
 // --- Gauges ---
 
-double NumberOf(const std::string& text, double missing) {
-    double number = missing;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-    return error == std::errc() && end == text.data() + text.size() ? number : missing;
-}
-
 class GaugeWriter {
  public:
     explicit GaugeWriter(DesignWriter& writer) : m_writer(writer), m_tree(writer.Tree()) {}
@@ -245,7 +239,7 @@ class GaugeWriter {
             if (low.empty() && high.empty()) {
                 continue;
             }
-            const double least = NumberOf(low, 0), most = NumberOf(high, 100);
+            const double least = PlainNumber(low).value_or(0), most = PlainNumber(high).value_or(100);
             char digits[400];
             const auto [end, error] = std::to_chars(
                 digits, digits + sizeof(digits), least + 0.6 * (most - least), std::chars_format::fixed, 4);

@@ -2,8 +2,9 @@
 #include "designer/document/report_items.h"
 
 #include <algorithm>
-#include <charconv>
+#include <climits>
 
+#include "designer/document/constants.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
 #include "platform/base/ascii.h"
@@ -72,16 +73,6 @@ class ItemReader {
                 Size(element, "Height", isLine ? 0 : std::max(0.0, around.height - top))};
     }
 
-    int ZIndexOf(int element) const {
-        const int child = m_tree.Child(element, "ZIndex");
-        int number = 0;
-        if (child != NoIndex) {
-            const std::string text(Trim(m_tree.TextOf(child)));
-            std::from_chars(text.data(), text.data() + text.size(), number);
-        }
-        return number;
-    }
-
     // The depth of elements is bounded, and so is this recursion. An item of a cell has the place of the
     // cell, which `around` is then.
     void ReadItem(int element, const Around& around, ElementId cell) {
@@ -92,7 +83,7 @@ class ItemReader {
         item.container = around.container;
         item.cell = cell;
         item.band = m_result.bands.size() - 1;
-        item.zIndex = ZIndexOf(element);
+        item.zIndex = NumberAt(m_document, item.id, "ZIndex", 0, INT_MIN, INT_MAX);
         item.depth = around.depth;
         item.place = cell == NoElement || item.kind == "Line"
                          ? PlaceOf(element, around)

@@ -2,10 +2,10 @@
 #include "designer/document/tablix_grid.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <string>
 
+#include "designer/document/constants.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
 #include "platform/base/ascii.h"
@@ -59,10 +59,7 @@ class GridBuilder {
     }
 
     std::size_t Number(int element, std::string_view path) const {
-        const std::string text = Text(element, path);
-        std::size_t number = 0;
-        std::from_chars(text.data(), text.data() + text.size(), number);
-        return std::clamp<std::size_t>(number, 1, MostTracks);
+        return static_cast<std::size_t>(NumberIn(Text(element, path), 1, 1, static_cast<int>(MostTracks)));
     }
 
     // The children of that name of the element at the path.

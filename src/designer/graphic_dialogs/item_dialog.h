@@ -31,6 +31,7 @@ class ItemDialog : public QDialog {
     ElementId Item() const { return m_item; }
     QFormLayout& Form() { return *m_form; }
     QVBoxLayout& Below() { return *m_below; }  // the form
+    Note& Message() { return *m_note; }        // what is wrong with what the dialog shows
     // Adds a line for a value. Its expression is that at the path of the element that `owner` returns, in a
     // copy to which the dialog was written.
     ExpressionField* AddLine(const QString& label, const char* name, const std::string& value,

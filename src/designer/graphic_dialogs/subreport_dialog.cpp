@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/graphic_dialogs/subreport_dialog.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -10,17 +8,18 @@
 #include <algorithm>
 
 #include "designer/dialogs/form_row.h"
+#include "designer/dialogs/note.h"
+#include "designer/document/report_file.h"
 #include "designer/graphic_dialogs/parts_table.h"
 #include "designer/graphic_dialogs/report_copy.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
+#include "platform/contracts/runtime.h"
+#include "platform/reports/failure.h"
+#include "platform/reports/machine_host.h"
+#include "rdl/api/subreport_file.h"
 
 namespace designer {
-namespace {
-
-constexpr qint64 MostBytes = 64 << 20;  // of a report that is read for its parameters
-
-}  // namespace
 
 SubreportDialog::SubreportDialog(DesignModel& model, ElementId subreport, std::function<QString()> choose,
                                  QWidget* parent)
@@ -114,13 +113,21 @@ void SubreportDialog::OpenExpression() {
 }
 
 void SubreportDialog::AddParameters() {
-    const QString folder = QString::fromStdString(Model().File().parent_path().string());
-    const QString name = QString(m_report->text().trimmed()).replace('\\', '/');
-    QFile file(QFileInfo(name).isAbsolute() || folder.isEmpty() ? name : folder + "/" + name);
-    if (file.size() > MostBytes || !file.open(QIODevice::ReadOnly)) {
-        return;
+    try {
+        reports::UseMachineHost();
+        const std::string name = m_report->text().trimmed().toStdString();
+        const auto file = reports::Translated([&] { return rdl::SubreportFile(name, Model().File()); });
+        AddMissing(ParametersOfReport(ReadReportFile(file)));
+        Message().Clear();
+    } catch (const RuntimeError& error) {
+        Message().ShowFault(QString::fromStdString(error.Description()));
+    } catch (const SourceFlaw& flaw) {
+        Message().ShowFault(QString::fromUtf8(flaw.what()));
     }
-    for (const std::string& parameter : ParametersOfReport(file.readAll().toStdString())) {
+}
+
+void SubreportDialog::AddMissing(const std::vector<std::string>& parameters) {
+    for (const std::string& parameter : parameters) {
         const std::vector<PartsRow> rows = m_parameters->Rows();
         if (std::none_of(rows.begin(), rows.end(), [&](const PartsRow& row) {
                 return SameAscii(row.texts[0].toStdString(), parameter);

@@ -26,7 +26,8 @@ class SubreportDialog : public ItemDialog {
  private:
     SubreportDesign Design() const;
     void OpenExpression();
-    void AddParameters();  // those of the file that the table does not have
+    void AddParameters();  // those of the file; says why if it cannot be read
+    void AddMissing(const std::vector<std::string>& parameters);  // those that the table does not have
 
     const std::function<QString()> m_choose;
     QLineEdit* m_report;

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <optional>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
@@ -13,7 +14,6 @@
 #include "designer/graphics/older_charts.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/tablix_shape.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {
@@ -25,10 +25,6 @@ constexpr std::string_view Point = "ChartDataPoints/ChartDataPoint";
 constexpr std::string_view Label = "ChartDataPoints/ChartDataPoint/ChartDataLabel";
 constexpr std::string_view Area = "ChartAreas/ChartArea";
 constexpr std::string_view CategoryAxes = "ChartCategoryAxes", ValueAxes = "ChartValueAxes";
-
-bool IsTrue(const Document& document, ElementId id, const std::string& path) {
-    return SameAscii(TrimmedTextAt(document, id, path), "true");
-}
 
 // --- Reading ---
 
@@ -86,8 +82,8 @@ std::string AxisPath(std::string_view axes) {
 }
 
 bool ShowsLabels(const Document& document, ElementId series) {
-    return IsTrue(document, series, std::string(Label) + "/Visible") ||
-           IsTrue(document, series, "ChartDataLabel/Visible");
+    return FlagOf(document, series, std::string(Label) + "/Visible") ||
+           FlagOf(document, series, "ChartDataLabel/Visible");
 }
 
 // --- Writing ---
@@ -414,7 +410,7 @@ ChartDesign ReadChartDesign(const Document& document, ElementId chart) {
     design.categoryTitle = TrimmedTextAt(document, chart, AxisPath(CategoryAxes) + "/ChartAxisTitle/Caption");
     design.valueTitle = TrimmedTextAt(document, chart, AxisPath(ValueAxes) + "/ChartAxisTitle/Caption");
     const ElementId legend = document.Find(chart, "ChartLegends/ChartLegend");
-    if (legend != NoElement && !IsTrue(document, legend, "Hidden")) {
+    if (legend != NoElement && !FlagOf(document, legend, "Hidden")) {
         const std::string position = TrimmedTextAt(document, legend, "Position");
         design.legend = position.empty() ? "RightTop" : position;
     }

@@ -2,9 +2,8 @@
 #include "designer/graphics/gauge_parts.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/properties/properties.h"
 #include "designer/document/xml_text.h"
@@ -265,19 +264,12 @@ GaugeDesign ReadGauge(const Document& document, ElementId gauge, const Kind& kin
     return design;
 }
 
-std::optional<double> ConstantOf(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return !text.empty() && error == std::errc() && end == text.data() + text.size() ? std::optional(number)
-                                                                                     : std::nullopt;
-}
-
 // A scale goes from 0 to 100 where nothing else is set; an indicator has no limits of its own.
 void CheckLimits(const GaugeDesign& design) {
     const bool isScale = design.kind != GaugeKind::Indicator;
     const std::string least = isScale && design.least.empty() ? "0" : design.least,
                       most = isScale && design.most.empty() ? "100" : design.most;
-    const auto from = ConstantOf(least), to = ConstantOf(most);
+    const auto from = PlainNumber(least), to = PlainNumber(most);
     if (from && to && *from >= *to) {
         throw EditError("The minimum " + least + " is not below the maximum " + most);
     }
@@ -287,7 +279,7 @@ void CheckRange(const GaugeRange& range, const std::string& what) {
     if (range.from.empty() != range.to.empty()) {
         throw EditError(what + (range.to.empty() ? " has a From and no To" : " has a To and no From"));
     }
-    const auto from = ConstantOf(range.from), to = ConstantOf(range.to);
+    const auto from = PlainNumber(range.from), to = PlainNumber(range.to);
     if (from && to && *from > *to) {
         throw EditError(what + " goes from " + range.from + " down to " + range.to);
     }

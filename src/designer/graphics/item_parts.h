@@ -26,7 +26,7 @@ SubreportDesign ReadSubreportDesign(const Document& document, ElementId subrepor
 // Writes what differs from the subreport as it is, as one step.
 void PutSubreportDesign(Document& document, ElementId subreport, const SubreportDesign& design);
 
-// Returns the names of the parameters of a report; none if the text is no report.
+// Returns the names of the parameters of a report. Raises SourceFlaw if the text is no report.
 std::vector<std::string> ParametersOfReport(std::string_view bytes);
 
 struct BarcodeDesign {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/fields.h"
@@ -24,10 +25,6 @@ constexpr OlderSide OfSeries = {"SeriesGroupings", "SeriesGrouping", "DynamicSer
 
 std::vector<ElementId> OlderSeries(const Document& document, ElementId chart) {
     return ChildrenNamed(document, chart, "ChartData", "ChartSeries");
-}
-
-bool IsShown(const Document& document, ElementId id, const std::string& path) {
-    return SameAscii(TrimmedTextAt(document, id, path), "true");
 }
 
 std::string OlderGroupText(const Document& document, ElementId member) {
@@ -315,7 +312,7 @@ class OlderChange {
         for (const ChartValue& value : m_design.values) {
             const std::string path = std::string(LabelOfPoint) + "/Visible";
             if (m_now.showsLabels != m_design.showsLabels &&
-                IsShown(m_document, value.series, path) != m_design.showsLabels) {
+                FlagOf(m_document, value.series, path) != m_design.showsLabels) {
                 SetText(m_document, value.series, path, m_design.showsLabels ? "true" : "false");
             }
         }
@@ -360,14 +357,14 @@ ChartDesign ReadOlderChart(const Document& document, ElementId chart) {
     const bool fits = series.names.empty() ? all.size() <= 1 : all.size() == series.names.size();
     design.hasOtherGroups = !categories.isKnown || !series.isKnown || !fits || !hasOnePoint;
     design.showsLabels = !all.empty() && std::all_of(all.begin(), all.end(), [&](ElementId one) {
-        return IsShown(document, one, std::string(LabelOfPoint) + "/Visible");
+        return FlagOf(document, one, std::string(LabelOfPoint) + "/Visible");
     });
     design.dataSet = TrimmedTextAt(document, chart, "DataSetName");
     design.palette = TrimmedTextAt(document, chart, "Palette");
     design.title = TrimmedTextAt(document, chart, "Title/Caption");
     design.categoryTitle = TrimmedTextAt(document, chart, "CategoryAxis/Axis/Title/Caption");
     design.valueTitle = TrimmedTextAt(document, chart, "ValueAxis/Axis/Title/Caption");
-    if (IsShown(document, chart, "Legend/Visible")) {
+    if (FlagOf(document, chart, "Legend/Visible")) {
         const std::string position = TrimmedTextAt(document, chart, "Legend/Position");
         design.legend = position.empty() ? "RightTop" : position;
     }

@@ -4,16 +4,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "designer/document/constants.h"
 #include "designer/model/report_parameters.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 
 namespace designer {
 namespace {
-
-bool IsTrue(const Document& document, ElementId id, const char* element) {
-    return SameAscii(document.TextAt(id, element).value_or(""), "true");
-}
 
 AskedParameter::Kind KindOf(const std::string& type) {
     constexpr std::pair<const char*, AskedParameter::Kind> Kinds[] = {
@@ -23,7 +20,7 @@ AskedParameter::Kind KindOf(const std::string& type) {
         {"Float", AskedParameter::Kind::Float},
     };
     for (const auto& [name, kind] : Kinds) {
-        if (SameAscii(type, name)) {
+        if (SameAscii(Trim(type), name)) {
             return kind;
         }
     }
@@ -60,9 +57,9 @@ AskedParameter AskedParameterOf(const Document& document, ElementId id) {
     return {.name = document.Attribute(id, "Name").value_or(""),
             .prompt = text("Prompt"),
             .kind = KindOf(text("DataType")),
-            .mayBeNull = IsTrue(document, id, "Nullable"),
-            .mayBeBlank = IsTrue(document, id, "AllowBlank"),
-            .takesSeveral = IsTrue(document, id, "MultiValue"),
+            .mayBeNull = FlagOf(document, id, "Nullable"),
+            .mayBeBlank = FlagOf(document, id, "AllowBlank"),
+            .takesSeveral = FlagOf(document, id, "MultiValue"),
             .hasDefault = document.Find(id, "DefaultValue") != NoElement,
             .isNullDefault = HasNullDefault(document, id),
             .choices = ChoicesOf(document, id),
@@ -78,7 +75,7 @@ std::vector<AskedParameter> AskedParametersOf(const Document& document) {
     for (const ElementId id :
          ChildrenNamed(document, document.Root(), "ReportParameters", "ReportParameter")) {
         AskedParameter parameter = AskedParameterOf(document, id);
-        if (!parameter.prompt.empty() && !IsTrue(document, id, "Hidden")) {
+        if (!parameter.prompt.empty() && !FlagOf(document, id, "Hidden")) {
             parameters.push_back(std::move(parameter));
         }
     }

@@ -2,9 +2,9 @@
 #include "designer/model/page_setup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <vector>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/properties/properties.h"
@@ -112,10 +112,7 @@ void PutPageSetup(Document& document, std::size_t section, const PageSetup& setu
 
 double RoomOf(const PageSetup& setup) {
     const auto points = [&setup](PageValue value) { return PointsOf(setup[value]).value_or(0); };
-    int columns = 1;
-    const std::string& text = setup[Columns];
-    std::from_chars(text.data(), text.data() + text.size(), columns);
-    columns = std::max(columns, 1);
+    const int columns = NumberIn(setup[Columns], 1, 1, MostPageColumns);
     return (points(PageWidth) - points(LeftMargin) - points(RightMargin) -
             (columns - 1) * points(ColumnSpacing)) /
            columns;

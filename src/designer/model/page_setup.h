@@ -24,6 +24,7 @@ enum PageValue {
     ColumnSpacing
 };
 inline constexpr std::size_t PageValues = 8;
+inline constexpr int MostPageColumns = 1000;  // that the engine takes
 
 // Texts as files have them, by PageValue: "21cm".
 using PageSetup = std::array<std::string, PageValues>;

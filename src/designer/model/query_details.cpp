@@ -2,9 +2,9 @@
 #include "designer/model/query_details.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/xml_text.h"
 #include "designer/model/report_parameters.h"
@@ -42,12 +42,6 @@ std::optional<ReportParameter> ParameterIn(const Document& document, std::string
     return std::nullopt;
 }
 
-bool IsNumber(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
-}
-
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
     for (const char c : text) {
@@ -79,10 +73,7 @@ QueryDetails QueryDetailsOf(const Document& document, std::string_view set) {
         std::find_if(std::begin(KindsOfQuery), std::end(KindsOfQuery),
                      [&](std::string_view word) { return SameAscii(word, Trim(type)); });
     details.type = known == std::end(KindsOfQuery) ? type : std::string(*known);
-    const std::string seconds = document.TextAt(id, "Query/Timeout").value_or("");
-    const std::string_view digits = Trim(seconds);
-    std::from_chars(digits.data(), digits.data() + digits.size(), details.seconds);
-    details.seconds = std::clamp(details.seconds, 0, MostSeconds);
+    details.seconds = NumberAt(document, id, "Query/Timeout", 0, 0, MostSeconds);
     for (const ElementId one : ChildrenNamed(document, id, ParametersOf(document, id), "QueryParameter")) {
         details.parameters.push_back({static_cast<int>(details.parameters.size()),
                                       document.Attribute(one, "Name").value_or(""),
@@ -133,12 +124,12 @@ std::string TestValue(const Document& document, std::string_view expression, con
         return std::string(text);
     }
     const auto parameter = ParameterIn(document, expression);
-    const std::string type = parameter ? parameter->type : IsNumber(text) ? "Float" : "String";
+    const std::string type = parameter ? parameter->type : PlainNumber(text) ? "Float" : "String";
     if (type == "DateTime") {
         return "=CDate(" + Quoted(text) + ")";
     }
     const bool isTruth = SameAscii(text, "true") || SameAscii(text, "false");
-    const bool isOwnType = type == "Boolean" ? isTruth : type != "String" && IsNumber(text);
+    const bool isOwnType = type == "Boolean" ? isTruth : type != "String" && PlainNumber(text).has_value();
     return (isOwnType ? "=" : "") + std::string(text);
 }
 

@@ -2,12 +2,13 @@
 #include "designer/model/report_hints.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
+#include "designer/document/constants.h"
 #include "designer/document/item_size.h"
 #include "designer/document/properties/properties.h"
 #include "designer/document/report_items.h"
+#include "designer/model/page_setup.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/tablix_shape.h"
 
@@ -21,13 +22,6 @@ constexpr double UsualWidth = 8.5 * 72, UsualSpacing = 36;
 double PointsAt(const Document& document, ElementId id, std::string_view path, double missing) {
     const auto text = id == NoElement ? std::nullopt : document.TextAt(id, path);
     return text ? PointsOf(*text).value_or(missing) : missing;
-}
-
-int ColumnsAt(const Document& document, ElementId id) {
-    const std::string text = id == NoElement ? "" : document.TextAt(id, "Columns").value_or("");
-    int columns = 1;
-    std::from_chars(text.data(), text.data() + text.size(), columns);
-    return std::max(columns, 1);
 }
 
 struct SectionWidth {
@@ -79,7 +73,7 @@ std::vector<std::string> HintsOf(const Document& document) {
         const double room = PointsAt(document, page, "PageWidth", UsualWidth) -
                             PointsAt(document, page, "LeftMargin", 0) -
                             PointsAt(document, page, "RightMargin", 0);
-        const int columns = ColumnsAt(document, columned);
+        const int columns = NumberAt(document, columned, "Columns", 1, 1, MostPageColumns);
         const double own = PointsAt(document, section, "Width", 0);
         const double gaps = PointsAt(document, columned, "ColumnSpacing", UsualSpacing) * (columns - 1);
         const double width = own * columns + gaps;

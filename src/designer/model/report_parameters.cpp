@@ -2,11 +2,11 @@
 #include "designer/model/report_parameters.h"
 
 #include <algorithm>
-#include <charconv>
 #include <functional>
 #include <set>
 #include <utility>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/xml_text.h"
@@ -27,11 +27,6 @@ std::vector<ElementId> ParameterElementsOf(const Document& document) {
 
 std::string TextOf(const Document& document, ElementId id, std::string_view path) {
     return document.TextAt(id, path).value_or("");
-}
-
-bool FlagOf(const Document& document, ElementId id, std::string_view path) {
-    const std::string text = TextOf(document, id, path);
-    return SameAscii(Trim(text), "true") || Trim(text) == "1";
 }
 
 void SetFlag(Document& document, ElementId id, std::string_view path, bool value) {
@@ -192,20 +187,16 @@ void PutParameter(Document& document, ElementId id, const ReportParameter& param
 
 constexpr const char* Layout = "ReportParametersLayout/GridLayoutDefinition";
 
-int NumberOf(const Document& document, ElementId id, std::string_view path) {
-    const std::string text = TextOf(document, id, path);
-    const std::string_view digits = Trim(text);
-    int number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return std::clamp(number, 0, 10'000);
+int PlaceAt(const Document& document, ElementId id, std::string_view path) {
+    return NumberAt(document, id, path, 0, 0, 10'000);
 }
 
 // A parameter that comes gets the first free cell, of a new row if there is none.
 void AddToLayout(Document& document, ElementId grid, const std::string& name) {
-    const int columns = std::max(1, NumberOf(document, grid, "NumberOfColumns"));
+    const int columns = std::max(1, PlaceAt(document, grid, "NumberOfColumns"));
     std::set<std::pair<int, int>> taken;
     for (const ElementId cell : ChildrenNamed(document, grid, "CellDefinitions", "CellDefinition")) {
-        taken.emplace(NumberOf(document, cell, "RowIndex"), NumberOf(document, cell, "ColumnIndex"));
+        taken.emplace(PlaceAt(document, cell, "RowIndex"), PlaceAt(document, cell, "ColumnIndex"));
     }
     std::pair<int, int> place{0, 0};
     while (taken.contains(place)) {
@@ -216,7 +207,7 @@ void AddToLayout(Document& document, ElementId grid, const std::string& name) {
               "<CellDefinition><ColumnIndex>" + std::to_string(place.second) + "</ColumnIndex><RowIndex>" +
                   std::to_string(place.first) + "</RowIndex><ParameterName>" + EscapedText(name, "") +
                   "</ParameterName></CellDefinition>");
-    if (NumberOf(document, grid, "NumberOfRows") <= place.first) {
+    if (PlaceAt(document, grid, "NumberOfRows") <= place.first) {
         SetText(document, grid, "NumberOfRows", std::to_string(place.first + 1));
     }
 }

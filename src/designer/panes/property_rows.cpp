@@ -2,9 +2,9 @@
 #include "designer/panes/property_rows.h"
 
 #include <QFontDatabase>
-#include <charconv>
 #include <sstream>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/graphics/part_tree.h"
@@ -52,12 +52,6 @@ bool IsInPoints(const Property& property) {
     return property.path.find("Style/") != std::string_view::npos || property.missing.ends_with("pt");
 }
 
-bool IsNumber(const std::string& value) {
-    double number = 0;
-    const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
-    return read.ec == std::errc() && read.ptr == value.data() + value.size();
-}
-
 ElementId OwnerOf(const Document& document, ElementId id, const PropertyRow& row) {
     const ElementId owner = document.Find(id, row.part);
     if (owner == NoElement) {
@@ -78,7 +72,7 @@ std::vector<ElementId> OwnersOf(const Document& document, const std::vector<Elem
 }  // namespace
 
 std::string WithUnit(const Document& document, const std::string& value) {
-    if (!IsNumber(value)) {
+    if (!PlainNumber(value)) {
         return value;
     }
     const ElementId body = BodyOf(document);
@@ -119,7 +113,7 @@ PropertyValue ValueOfRow(const Document& document, ElementId id, const PropertyR
 }
 
 std::string CompleteValue(const Document& document, const PropertyRow& row, const std::string& value) {
-    if (row.property->kind != PropertyKind::Size || !IsNumber(value)) {
+    if (row.property->kind != PropertyKind::Size || !PlainNumber(value)) {
         return value;
     }
     return IsInPoints(*row.property) ? value + "pt" : WithUnit(document, value);

@@ -19,15 +19,18 @@ constexpr int FaultMark = 8;    // a background
 constexpr int LineNumbers = 0;  // margin
 constexpr int TabWidth = 4;
 
-constexpr std::array<std::string_view, 64> Words = {
-    "and",      "andalso", "as",         "boolean", "byref",   "byte",   "byval",   "case",
-    "catch",    "cbool",   "cdate",      "cdbl",    "cdec",    "char",   "cint",    "clng",
-    "const",    "cstr",    "ctype",      "date",    "decimal", "dim",    "do",      "double",
-    "each",     "else",    "elseif",     "end",     "exit",    "false",  "finally", "for",
-    "function", "if",      "in",         "integer", "is",      "isnot",  "like",    "long",
-    "loop",     "me",      "mod",        "new",     "next",    "not",    "nothing", "object",
-    "or",       "orelse",  "paramarray", "private", "public",  "return", "select",  "shared",
-    "single",   "step",    "string",     "sub",     "then",    "to",     "true",    "while"};
+constexpr std::array<std::string_view, 88> Words = {
+    "and",      "andalso",   "as",        "boolean",    "byref",    "byte",     "byval",     "call",
+    "case",     "catch",     "cbool",     "cdate",      "cdbl",     "cdec",     "char",      "cint",
+    "clng",     "const",     "continue",  "cstr",       "ctype",    "date",     "decimal",   "dim",
+    "do",       "double",    "each",      "else",       "elseif",   "end",      "endif",     "exit",
+    "false",    "finally",   "for",       "friend",     "from",     "function", "if",        "in",
+    "integer",  "is",        "isnot",     "like",       "long",     "loop",     "me",        "mod",
+    "new",      "next",      "not",       "nothing",    "object",   "of",       "optional",  "or",
+    "orelse",   "overloads", "overrides", "paramarray", "preserve", "private",  "protected", "public",
+    "readonly", "redim",     "rem",       "return",     "select",   "shared",   "short",     "single",
+    "static",   "step",      "string",    "sub",        "then",     "throw",    "to",        "true",
+    "try",      "typeof",    "until",     "wend",       "when",     "while",    "with",      "xor"};
 static_assert(std::is_sorted(Words.begin(), Words.end()));
 
 bool IsNameByte(char c) {

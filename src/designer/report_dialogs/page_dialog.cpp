@@ -20,8 +20,7 @@
 namespace designer {
 namespace {
 
-constexpr double Near = 0.5;       // points by which a paper may differ
-constexpr int MostColumns = 1000;  // that the engine takes
+constexpr double Near = 0.5;  // points by which a paper may differ
 
 int NumberOf(const std::string& text) {
     int number = 0;
@@ -185,8 +184,9 @@ bool PageDialog::IsComplete() {
             continue;
         }
         if (at == Columns) {
-            if (NumberOf(setup[value]) < 1 || NumberOf(setup[value]) > MostColumns) {
-                return Complain(at, tr("\"%1\" is no number of columns: 1 to %2").arg(text).arg(MostColumns));
+            if (NumberOf(setup[value]) < 1 || NumberOf(setup[value]) > MostPageColumns) {
+                return Complain(at,
+                                tr("\"%1\" is no number of columns: 1 to %2").arg(text).arg(MostPageColumns));
             }
         } else if (!PointsOf(setup[value])) {
             return Complain(at, tr("\"%1\" is no size: a number with in, cm, mm, pt or pc").arg(text));

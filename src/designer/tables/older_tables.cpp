@@ -2,26 +2,22 @@
 #include "designer/tables/older_tables.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/tablix_grid.h"
 #include "designer/document/xml_text.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/tablix_shape.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {
 
 std::size_t ColSpanOf(const Document& document, ElementId cell) {
-    const std::string text(Trim(document.TextAt(cell, "ColSpan").value_or("1")));
-    std::size_t span = 1;
-    std::from_chars(text.data(), text.data() + text.size(), span);
-    return std::clamp<std::size_t>(span, 1, 10'000);
+    return static_cast<std::size_t>(NumberAt(document, cell, "ColSpan", 1, 1, 10'000));
 }
 
 struct PlacedCell {

@@ -2,8 +2,8 @@
 #include "designer/tables/tablix_shape.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "designer/document/constants.h"
 #include "designer/document/names.h"
 #include "platform/base/ascii.h"
 
@@ -36,12 +36,8 @@ std::vector<ElementId> ChildrenNamed(const Document& document, ElementId owner, 
 }
 
 std::size_t SpanOf(const Document& document, ElementId cell, Axis axis) {
-    const std::string text(
-        Trim(document.TextAt(cell, axis == Axis::Columns ? "CellContents/ColSpan" : "CellContents/RowSpan")
-                 .value_or("1")));
-    std::size_t span = 1;
-    std::from_chars(text.data(), text.data() + text.size(), span);
-    return std::clamp<std::size_t>(span, 1, MostTracks);
+    const char* const path = axis == Axis::Columns ? "CellContents/ColSpan" : "CellContents/RowSpan";
+    return static_cast<std::size_t>(NumberAt(document, cell, path, 1, 1, static_cast<int>(MostTracks)));
 }
 
 ElementId ItemInCell(const Document& document, ElementId cell) {

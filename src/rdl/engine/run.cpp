@@ -13,6 +13,7 @@
 #include "rdl/engine/images.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/engine/parameter_values.h"
+#include "rdl/engine/subreport_file.h"
 #include "rdl/layout/build.h"
 #include "rdl/screen/picture.h"
 #include "rdl/values/ascii.h"
@@ -41,33 +42,11 @@ using SharedPtr = std::shared_ptr<Shared>;
 std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, const fs::path& file,
                                               const SharedPtr& shared, int depth);
 
-// A subreport's file: by its name as it stands, else with the extension of the report or the usual one. A
-// server's folders count where there are such, else the file beside the report is meant.
-fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& parent,
-                       const std::string& reportName) {
-    std::string name = reportName;
-    std::replace(name.begin(), name.end(), '\\', '/');
-    name.erase(0, name.find_first_not_of('/'));  // from a server's root; here the report's folder
-    for (const std::string& wanted : {name, name.substr(name.rfind('/') + 1)}) {
-        for (const std::string& folder : parentRequest.SearchFolders()) {
-            for (const std::string& extension :
-                 {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
-                fs::path candidate = data::ResolveDataPath(wanted + extension, {folder});
-                std::error_code failure;
-                if (fs::is_regular_file(candidate, failure)) {
-                    return candidate;
-                }
-            }
-        }
-    }
-    throw Error("there is no report \"" + reportName + "\" beside this one");
-}
-
 const fs::path& FileOfSubreport(Shared& shared, const data::LoadRequest& parentRequest,
                                 const fs::path& parent, const std::string& reportName) {
     fs::path& known = shared.files[{parent, reportName}];
     if (known.empty()) {
-        known = FindSubreport(parentRequest, parent, reportName);
+        known = FindSubreport(reportName, parent, parentRequest.SearchFolders());
     }
     return known;
 }

@@ -259,5 +259,14 @@ TEST_F(ChartParts, SeriesGroupsBesideEachOtherHaveAllValues) {
     EXPECT_EQ(m_document.Children(m_document.Find(m_chart, "ChartData/ChartSeriesCollection")).size(), 2u);
 }
 
+TEST_F(ChartParts, AFlagMayBeOne) {
+    ChartDesign design = Read();
+    design.legend = "BottomCenter";
+    Put(design);
+    EXPECT_EQ(Read().legend, "BottomCenter");
+    SetText(m_document, m_chart, "ChartLegends/ChartLegend/Hidden", "1", "Hide");
+    EXPECT_EQ(Read().legend, "");
+}
+
 }  // namespace
 }  // namespace designer::test

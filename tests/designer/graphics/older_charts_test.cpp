@@ -181,5 +181,14 @@ TEST_F(OlderCharts, HaveNoGroupsBesideEachOther) {
     EXPECT_THROW(Put(design), EditError);
 }
 
+TEST_F(OlderCharts, ShowTheirLegendAndLabelsWithOne) {
+    std::string data = Data(One("=1"));
+    data.insert(data.find("<Style>"), "<DataLabel><Visible> 1 </Visible></DataLabel>");
+    Open("<Type>Column</Type><Legend><Visible>1</Visible><Position>TopLeft</Position></Legend>" +
+         std::string(Categories) + data);
+    EXPECT_EQ(Read().legend, "TopLeft");
+    EXPECT_TRUE(Read().showsLabels);
+}
+
 }  // namespace
 }  // namespace designer::test

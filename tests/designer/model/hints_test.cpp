@@ -28,6 +28,10 @@ TEST(ReportHints, AReportThatIsWiderThanItsPage) {
                                                            "</ColumnSpacing>"))),
         std::vector<std::string>{"The report is 19cm wide, and the page has room for 17cm: the rest goes "
                                  "to pages of its own"});
+    EXPECT_EQ(HintsOf(Document(Newer("9cm", std::string(Paper) + "<Columns> 2\n</Columns><ColumnSpacing>1cm"
+                                                                 "</ColumnSpacing>")))
+                  .size(),
+              1U);
     EXPECT_EQ(
         HintsOf(Document("<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/"
                          "reportdefinition\"><Body><Height>5in</Height></Body><Width>9in</Width></Report>")),

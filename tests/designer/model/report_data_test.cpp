@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Data sources and data sets of a report that are read and written.
 #include "designer/model/report_data.h"
+#include "designer/model/asked_parameters.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -148,6 +149,21 @@ TEST(ReportData, NamesAreChecked) {
               "The report has a data source SALES already");
     EXPECT_EQ(FaultOfName(document, DataPart::Source, "Sales", "SALES"), "");
     EXPECT_EQ(FaultOfName(document, DataPart::Set, "", "Sales"), "");
+}
+
+TEST(AskedParameters, FlagsAndTypesAreReadAsTheEngineReadsThem) {
+    const Document report(R"(<Report xmlns="urn:a"><ReportParameters>
+        <ReportParameter Name="Secret"><Prompt>Secret</Prompt><Hidden>1</Hidden></ReportParameter>
+        <ReportParameter Name="Quiet"><Prompt>Quiet</Prompt><Hidden> True </Hidden></ReportParameter>
+        <ReportParameter Name="Year"><Prompt>Year</Prompt><DataType> Integer </DataType>
+          <Nullable> 1 </Nullable><MultiValue>0</MultiValue></ReportParameter>
+        </ReportParameters></Report>)");
+    const std::vector<AskedParameter> asked = AskedParametersOf(report);
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].name, "Year");
+    EXPECT_EQ(asked[0].kind, AskedParameter::Kind::Integer);
+    EXPECT_TRUE(asked[0].mayBeNull);
+    EXPECT_FALSE(asked[0].takesSeveral);
 }
 
 }  // namespace

@@ -7,10 +7,14 @@
 
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <regex>
+#include <set>
 
 #include "../window/answered_box.h"
 #include "designer/report_dialogs/code_editor.h"
 #include "support/form_driver.h"
+#include "support/source_dir.h"
+#include "support/temporary_folder.h"
 
 namespace designer {
 namespace {
@@ -152,6 +156,31 @@ TEST_F(CodeDialogTest, AFaultElsewhereIsNoReasonToRefuse) {
     EXPECT_THAT(Note(), HasSubstr("Not checked, as the report has another fault: "));
     test::Answer([this] { QTest::keyClick(&Editor(), Qt::Key_Escape); }, "Discard");
     EXPECT_FALSE(m_dialog->isVisible());
+}
+
+// The words that the engine's parser asks for are coloured.
+TEST(CodeEditorWords, AreThoseOfTheParser) {
+    const std::string editor = ReadBytes(SourceDir() + "/src/designer/report_dialogs/code_editor.cpp");
+    const std::size_t first = editor.find(" Words = {");
+    ASSERT_NE(first, std::string::npos);
+    const std::string list = editor.substr(first, editor.find("};", first) - first);
+    const std::set<std::string> noKeywords = {"array", "null", "nullable", "oninit"};
+    const std::regex call("(?:TakeWord|IsWord|AtWords|BlockUntil|lower ==)[ ({]*((?:[{} ,]*\"[a-z]+\")+)"),
+        word("\"([a-z]+)\"");
+    int count = 0;
+    for (const char* const file :
+         {"code/parser", "code/parser_statements", "code/parser_assign", "language/parser"}) {
+        const std::string source = ReadBytes(SourceDir() + "/src/rdl/expr/" + file + ".cpp");
+        for (std::sregex_iterator at(source.begin(), source.end(), call), end; at != end; ++at) {
+            const std::string words = (*at)[1];
+            for (std::sregex_iterator one(words.begin(), words.end(), word); one != end; ++one, ++count) {
+                const std::string quoted = (*one)[0];
+                EXPECT_TRUE(list.find(quoted) != std::string::npos || noKeywords.contains((*one)[1]))
+                    << file << ": " << quoted;
+            }
+        }
+    }
+    EXPECT_GT(count, 80);
 }
 
 }  // namespace

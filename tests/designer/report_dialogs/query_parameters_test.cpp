@@ -187,6 +187,8 @@ TEST_F(QueryParametersTest, ATestValueHasTheTypeOfTheParameter) {
     EXPECT_EQ(TestValue(report, "=1+1", "2"), "=2");
     EXPECT_EQ(TestValue(report, "=1+1", "=3"), "=3");
     EXPECT_EQ(TestValue(report, "=1+1", " "), "");
+    EXPECT_EQ(TestValue(report, "=Parameters!Year.Value", "inf"), "inf");
+    EXPECT_EQ(TestValue(report, "=1+1", "nan"), "nan");
     EXPECT_EQ(FirstTestValue(report, "=Parameters!Year.Value"), "2025");
     EXPECT_EQ(FirstTestValue(report, "=Parameters!Day.Value"), "");
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Charts with groups beside each other and of older schemas, and panels with several gauges.
+#include <sys/stat.h>
+
 #include <QListWidget>
 #include <QSpinBox>
 
@@ -54,6 +56,41 @@ TEST_F(MoreGraphics, ACategoryStandsBesideAnother) {
     EXPECT_EQ(Canvas().Failure(), "");
     Run("editUndo");
     EXPECT_EQ(ReadChartDesign(Model().Source(), Id("Chart1")).categories.size(), 1u);
+}
+
+TEST_F(MoreGraphics, TheFileOfASubreportIsFoundAsARunFindsIt) {
+    std::string detail = SalesReport();
+    detail.insert(detail.find("</DataSets>") + 11,
+                  "<ReportParameters><ReportParameter Name=\"Year\"/></ReportParameters>");
+    WriteBytes(m_home / "Detail.rdl", detail);
+    WriteBytes(m_home / "torn.rdl", "<Report><Body>");
+    ASSERT_EQ(mkfifo((m_home / "pipe.rdl").c_str(), 0600), 0);
+    Model().Edit("Subreport", [&](Document& document) {
+        InsertItem(document, Model().Items().bands[0], NewItem::Subreport, {0, 0, 100, 50},
+                   {.report = "Detail.rdl"});
+    });
+    Settle();
+    Select({"Subreport1"});
+    InDialog("reportItem", [](QDialog& dialog) {
+        auto& table = *dialog.findChild<QTableWidget*>("parts");
+        auto& file = *dialog.findChild<QLineEdit*>("subreportFile");
+        const auto take = [&](const QString& name) {
+            table.setRowCount(0);
+            file.setText(name);
+            Push(dialog, "parametersOfFile");
+            return table.rowCount();
+        };
+        EXPECT_EQ(take("Nowhere"), 0);
+        EXPECT_EQ(Message(dialog), "there is no report \"Nowhere\" beside this one");
+        for (const char* const name : {"Detail", "detail", "/Sales/Detail", "\\Detail.RDL"}) {
+            EXPECT_EQ(take(name), 1) << name;
+            EXPECT_EQ(Message(dialog), "") << name;
+        }
+        EXPECT_EQ(take("pipe.rdl"), 0);
+        EXPECT_EQ(Message(dialog), "there is no report \"pipe.rdl\" beside this one");
+        EXPECT_EQ(take("torn"), 0);
+        EXPECT_NE(Message(dialog), "");
+    });
 }
 
 class OlderChartDialog : public MoreGraphics {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 
+#include "designer/document/constants.h"
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
@@ -106,12 +106,6 @@ std::string StepName(const Property& property) {
     return "Set " + std::string(property.name);
 }
 
-bool IsNumber(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
-}
-
 bool IsInteger(std::string_view text) {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -174,7 +168,7 @@ std::string Expected(const Property& property, std::string_view value, std::stri
         case PropertyKind::Integer:
             return IsInteger(value) ? "" : "it is a whole number";
         case PropertyKind::Number:
-            return IsNumber(value) ? "" : "it is a number";
+            return PlainNumber(value) ? "" : "it is a number";
         case PropertyKind::Name:
             return rdl::IsIdentifier(value) ? "" : "a name is a letter or _, then letters, digits and _";
         default:
