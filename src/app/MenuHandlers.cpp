@@ -19,7 +19,7 @@
 
 namespace {
 
-HistoryWindow& History() {
+HistoryFrame& History() {
     return frmViewer::Instance();
 }
 

@@ -18,7 +18,7 @@ namespace Ui {
 class frmViewer;
 }
 
-class frmViewer : public QWidget, public HistoryWindow {
+class frmViewer : public QWidget, public HistoryFrame {
     Q_OBJECT
  public:
     // Returns the one window, a child window of the frame. The first call, and the first call after the

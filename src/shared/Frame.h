@@ -56,11 +56,11 @@ class DeskWindow {
 };
 
 // The Schedule History window.
-class HistoryWindow {
+class HistoryFrame {
  public:
-    virtual ~HistoryWindow() = default;
-    // Returns the text of the schedule that the selected node is or belongs to, "5: Sales"; nullopt if the node
-    // has nodes below it. Raises 91 if no node is selected.
+    virtual ~HistoryFrame() = default;
+    // Returns the text of the schedule that the selected node is or belongs to, "5: Sales"; nullopt if the
+    // node has nodes below it. Raises 91 if no node is selected.
     virtual std::optional<std::string> SelectedSchedule() const = 0;
     // Reads schedules and runs again. An error is shown and ends the reading; the nodes made before it stay.
     virtual void Form_Load() = 0;

@@ -258,10 +258,14 @@ std::string WithNewNames(const std::string& xml, NewNames& names) {
     return element.Text();
 }
 
+std::string NotAName(std::string_view name) {
+    return "\"" + WithoutControls(CutText(name, 80)) +
+           "\" is not a valid name: names begin with a letter or _ and continue with letters, digits and _";
+}
+
 std::vector<LeftReference> Rename(Document& document, ElementId id, const std::string& name) {
     if (!rdl::IsIdentifier(name)) {
-        throw EditError("\"" + WithoutControls(CutText(name, 80)) +
-                        "\" is no name: a letter or _, then letters, digits and _");
+        throw EditError(NotAName(name));
     }
     if (TakenNames(document, id).contains(UpperText(name))) {
         throw EditError("the name " + name + " is taken");

@@ -16,6 +16,9 @@ namespace designer {
 // Returns whether elements of this name are report items (MS-RDL, ReportItems), of any schema.
 bool IsReportItem(std::string_view element);
 
+// Returns what users read about a name that is not an identifier.
+std::string NotAName(std::string_view name);
+
 // Returns `wish` if no item or group has this name, compared without regard to case; else `wish` without its
 // digits and with the next free number: Textbox7.
 std::string UniqueName(const Document& document, std::string_view wish);

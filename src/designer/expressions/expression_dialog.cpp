@@ -17,8 +17,8 @@
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_edit.h"
 #include "designer/expressions/value_line.h"
-#include "designer/panes/plain_tip.h"
 #include "platform/base/text.h"
+#include "platform/controls/kit/plain_tip.h"
 
 namespace designer {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/expressions/expression_edit.h"
-#include "designer/panes/plain_tip.h"
+#include "platform/controls/kit/plain_tip.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>

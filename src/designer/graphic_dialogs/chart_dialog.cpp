@@ -80,9 +80,9 @@ ChartDialog::ChartDialog(DesignModel& model, ElementId chart, QWidget* parent)
     m_tabs->setCurrentWidget(m_data);
     m_note = new Note(*m_tabs, this);
     if (m_design.hasOtherGroups) {
-        m_note->ShowText(
-            tr("A group of this chart is none by one expression: groups are changed in the Outline and the "
-               "Properties"));
+        m_note->ShowText(tr(
+            "A group of this chart has several expressions or none. Change the groups in the Outline and the "
+            "Properties."));
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &ChartDialog::accept);

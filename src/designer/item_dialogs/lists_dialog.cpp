@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/document/names.h"
 #include "designer/document/placeholder_text.h"
 #include "designer/expressions/filter_list.h"
 #include "designer/tables/fields.h"
@@ -120,9 +121,7 @@ bool ListsDialog::IsRight(const List& list) {
         const std::string& expression = rows[row].cells.at(list.expression);
         const std::string& name = rows[row].cells.front();
         if (list.expression > 0 && !rdl::IsIdentifier(name)) {
-            return Complain(*list.table, row, 0,
-                            tr("\"%1\" is no name: a letter or _, then letters, digits and _")
-                                .arg(QString::fromStdString(std::string(CutText(name, MostShown)))));
+            return Complain(*list.table, row, 0, QString::fromStdString(NotAName(name)));
         }
         if (list.expression == 0 && !IsExpression(expression)) {
             return Complain(*list.table, row, 0,

@@ -11,8 +11,8 @@
 
 #include "designer/model/placing.h"
 #include "designer/model/table_selection.h"
-#include "designer/panes/plain_tip.h"
 #include "designer/tables/tracks.h"
+#include "platform/controls/kit/plain_tip.h"
 
 namespace designer {
 namespace {

@@ -18,6 +18,7 @@
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/part_form.h"
 #include "designer/dialogs/query_form.h"
+#include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
 #include "designer/expressions/filter_list.h"
 #include "designer/report_dialogs/query_parameters.h"
@@ -364,8 +365,7 @@ bool DataSetDialog::AreComputedComplete(const ReportSet& set) {
         if (!rdl::IsIdentifier(name)) {
             return Complain(
                 *m_computedNote, *m_computed, row, 0,
-                name.empty() ? tr("Type a name for the field")
-                             : tr("\"%1\" is no name: a letter or _, then letters, digits and _").arg(shown));
+                name.empty() ? tr("Type a name for the field") : QString::fromStdString(NotAName(name)));
         }
         const auto isSame = [&](const ReportField& other) { return SameText(other.name, name); };
         if (std::count_if(set.fields.begin(), set.fields.end(), isSame) > 1) {

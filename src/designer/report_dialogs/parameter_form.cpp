@@ -12,6 +12,7 @@
 
 #include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
+#include "designer/document/names.h"
 #include "designer/report_dialogs/values_form.h"
 #include "platform/base/ascii.h"
 #include "rdl/api/identifier.h"
@@ -179,10 +180,9 @@ bool ParameterForm::IsComplete(const std::vector<ReportParameter>& others) {
     });
     if (isTaken || !rdl::IsIdentifier(parameter.name)) {
         m_tabs->setCurrentIndex(0);
-        m_nameNote->ShowError(
-            name.isEmpty() ? tr("Type a name for the parameter")
-            : isTaken      ? tr("Another parameter has the name %1").arg(name)
-                           : tr("\"%1\" is no name: a letter or _, then letters, digits and _").arg(name));
+        m_nameNote->ShowError(name.isEmpty() ? tr("Type a name for the parameter")
+                              : isTaken      ? tr("Another parameter has the name %1").arg(name)
+                                             : QString::fromStdString(NotAName(parameter.name)));
         return false;
     }
     for (ValuesForm* values : {m_defaults, m_valid}) {

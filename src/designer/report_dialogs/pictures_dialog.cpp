@@ -243,10 +243,9 @@ void PicturesDialog::accept() {
         const bool isTaken = std::count_if(m_pictures.begin(), m_pictures.end(), isSame) > 1;
         if (isTaken || !rdl::IsIdentifier(picture.name)) {
             m_list->setCurrentRow(static_cast<int>(row));
-            m_nameNote->ShowError(
-                name.isEmpty() ? tr("Type a name for the picture")
-                : isTaken      ? tr("Another picture has the name %1").arg(name)
-                          : tr("\"%1\" is no name: a letter or _, then letters, digits and _").arg(name));
+            m_nameNote->ShowError(name.isEmpty() ? tr("Type a name for the picture")
+                                  : isTaken      ? tr("Another picture has the name %1").arg(name)
+                                                 : QString::fromStdString(NotAName(picture.name)));
             return;
         }
     }

@@ -25,7 +25,7 @@ void mnubtcExec_Click() {
     Global::ExecutePackage(cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey()));
 }
 
-void mnuExec_Click(HistoryWindow& (*history)()) {
+void mnuExec_Click(HistoryFrame& (*history)()) {
     std::string key;
     try {
         Global::BusyCursor(true);

@@ -3,7 +3,7 @@
 // say. The next run stays where it is.
 #pragma once
 
-class HistoryWindow;
+class HistoryFrame;
 
 // Runs the selected schedule. An error leaves a history row without a status and shows a box.
 void mnuDeskExec_Click();
@@ -13,4 +13,4 @@ void mnubtcExec_Click();
 // Runs the selected schedule of the history under the hourglass, and fills the window again. A node with
 // others below it runs nothing. An error leaves a history row without a status and shows a box. `history`
 // returns the window, which it makes if the user closed it during the run.
-void mnuExec_Click(HistoryWindow& (*history)());
+void mnuExec_Click(HistoryFrame& (*history)());

@@ -66,10 +66,15 @@ TEST(Names, RefusesNamesThatAreTakenOrNone) {
     Document document("<R><Textbox Name='A'/><Group Name='G'/><DataSource Name='S'/></R>");
     const ElementId box = document.Find(document.Root(), "Textbox");
     EXPECT_EQ(RefusalOf(document, box, "g"), "the name g is taken");
-    EXPECT_EQ(RefusalOf(document, box, "1a"), "\"1a\" is no name: a letter or _, then letters, digits and _");
-    EXPECT_EQ(RefusalOf(document, box, ""), "\"\" is no name: a letter or _, then letters, digits and _");
+    EXPECT_EQ(
+        RefusalOf(document, box, "1a"),
+        "\"1a\" is not a valid name: names begin with a letter or _ and continue with letters, digits and _");
+    EXPECT_EQ(
+        RefusalOf(document, box, ""),
+        "\"\" is not a valid name: names begin with a letter or _ and continue with letters, digits and _");
     EXPECT_EQ(RefusalOf(document, box, "a-b"),
-              "\"a-b\" is no name: a letter or _, then letters, digits and _");
+              "\"a-b\" is not a valid name: names begin with a letter or _ and continue with letters, digits "
+              "and _");
     EXPECT_EQ(RefusalOf(document, box, "S"), "");
     EXPECT_EQ(RefusalOf(document, box, "s"), "");
     EXPECT_EQ(RefusalOf(document, box,
@@ -78,7 +83,8 @@ TEST(Names, RefusesNamesThatAreTakenOrNone) {
               "");
     EXPECT_EQ(RefusalOf(document, box, "\xE5\xB7\xA5"), "");
     EXPECT_EQ(RefusalOf(document, box, "a\xC2\xB7"),
-              "\"a\xC2\xB7\" is no name: a letter or _, then letters, digits and _");
+              "\"a\xC2\xB7\" is not a valid name: names begin with a letter or _ and continue with letters, "
+              "digits and _");
 }
 
 TEST(Names, FindsTheNextFreeName) {

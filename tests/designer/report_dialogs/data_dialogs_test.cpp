@@ -292,7 +292,9 @@ TEST_F(DataDialogsTest, WhatCannotBeIsRefusedAtItsPlace) {
     EXPECT_EQ(Note("computed"), "Another field has the name Number");
     TypeCell("computed", 0, 0, "2x");
     Ok();
-    EXPECT_EQ(Note("computed"), "\"2x\" is no name: a letter or _, then letters, digits and _");
+    EXPECT_EQ(
+        Note("computed"),
+        "\"2x\" is not a valid name: names begin with a letter or _ and continue with letters, digits and _");
     TypeCell("computed", 0, 0, "Twice");
     TypeCell("computed", 0, 1, "");
     Ok();

@@ -321,7 +321,9 @@ TEST_F(ParametersDialogTest, TheOrderIsChanged) {
 TEST_F(ParametersDialogTest, WhatCannotBeIsRefused) {
     Type("name", "2025");
     Ok();
-    EXPECT_EQ(Note("name"), "\"2025\" is no name: a letter or _, then letters, digits and _");
+    EXPECT_EQ(Note("name"),
+              "\"2025\" is not a valid name: names begin with a letter or _ and continue with letters, "
+              "digits and _");
     Type("name", "region");
     Ok();
     EXPECT_EQ(Note("name"), "Another parameter has the name region");

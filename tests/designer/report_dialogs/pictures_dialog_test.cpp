@@ -162,7 +162,9 @@ TEST_F(PicturesDialogTest, WhatCannotBeIsRefused) {
     EXPECT_EQ(Label("nameNote"), "Another picture has the name broken");
     Type("name", "a b");
     Ok();
-    EXPECT_EQ(Label("nameNote"), "\"a b\" is no name: a letter or _, then letters, digits and _");
+    EXPECT_EQ(Label("nameNote"),
+              "\"a b\" is not a valid name: names begin with a letter or _ and continue with letters, digits "
+              "and _");
     const QString text = File("text.png", "no picture");
     EXPECT_FALSE(m_dialog.AddFile(text));
     EXPECT_EQ(Label("picturesNote"), "Image \"text.png\" is none of PNG, JPEG, GIF and BMP");

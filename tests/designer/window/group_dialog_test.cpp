@@ -103,7 +103,9 @@ TEST_F(GroupDialogTest, WhatIsMissingIsNamed) {
         Add(dialog, "variables");
         TypeCell(Table(dialog, "variables"), 0, 0, "1st");
         Press(dialog, QDialogButtonBox::Ok);
-        EXPECT_EQ(Message(dialog), "\"1st\" is no name: a letter or _, then letters, digits and _");
+        EXPECT_EQ(Message(dialog),
+                  "\"1st\" is not a valid name: names begin with a letter or _ and continue with letters, "
+                  "digits and _");
         EXPECT_TRUE(dialog.isVisible());
         Press(dialog, QDialogButtonBox::Cancel);
     });
