@@ -46,23 +46,30 @@ std::string TakeValue(std::string_view& text) {
         text.remove_prefix(plain.size());
         return std::string(Trim(plain, Blanks));
     }
-    std::string value;
-    std::size_t at = start + 1;
-    for (; at < text.size(); ++at) {
-        if (text[at] == mark) {
-            if (at + 1 >= text.size() || text[at + 1] != mark) {
-                break;
-            }
-            ++at;
-        }
-        value += text[at];
-    }
-    text.remove_prefix(at);
-    text.remove_prefix(text.find(';') == std::string_view::npos ? text.size() : text.find(';'));
+    text.remove_prefix(start);
+    std::string value = TakeQuoted(text).value;
+    text.remove_prefix(std::min(text.find(';'), text.size()));
     return value;
 }
 
 }  // namespace
+
+QuotedValue TakeQuoted(std::string_view& text) {
+    const char mark = text.front();
+    QuotedValue quoted;
+    std::size_t at = 1;
+    for (; at < text.size() && !quoted.isClosed; ++at) {
+        const bool isMark = text[at] == mark;
+        if (isMark && (at + 1 >= text.size() || text[at + 1] != mark)) {
+            quoted.isClosed = true;
+            continue;
+        }
+        at += isMark ? 1 : 0;
+        quoted.value += text[at];
+    }
+    text.remove_prefix(std::min(at, text.size()));
+    return quoted;
+}
 
 std::string ConnectionValue(std::string_view connectionString, std::string_view key) {
     std::string found;

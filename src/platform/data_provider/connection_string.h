@@ -5,6 +5,15 @@
 #include <string>
 #include <string_view>
 
+struct QuotedValue {
+    std::string value;
+    bool isClosed = false;
+};
+
+// Removes and returns the value at the front of a text that begins with " or ', with its marks; the mark
+// itself is doubled inside. A value that is not closed goes to the end.
+QuotedValue TakeQuoted(std::string_view& text);
+
 // Returns the value of a key, compared without regard to case; the last of several counts. Blanks around keys
 // and values do not count. A value in " or ' may hold semicolons, and the mark itself doubled. A plain value
 // continues over a semicolon that is not followed by a key of the system's strings (Provider, Data Source,

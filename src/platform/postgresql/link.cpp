@@ -14,6 +14,7 @@
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
+#include "platform/data_provider/connection_string.h"
 #include "platform/posix/file_access.h"
 #include "platform/posix/small_file.h"
 
@@ -125,23 +126,48 @@ void Check(Link& link, const std::string& what) {
     UseWordsOfLibpq(link, what);
 }
 
-// Removes and returns the value at the front, up to a semicolon.
-std::string TakeValue(std::string_view& text) {
+// Removes and returns the value of a key at the front, up to a semicolon. No fault repeats a part of it.
+std::string TakeValue(std::string_view& text, const std::string& name, const Keeper& keeper) {
     text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
-    const char mark = text.empty() ? '\0' : text.front();
     std::string value;
-    if (mark == '"' || mark == '\'') {
-        const std::size_t end = std::min(text.find(mark, 1), text.size());
-        value = text.substr(1, end - 1);
-        text.remove_prefix(std::min(end + 1, text.size()));
-        text.remove_prefix(std::min(text.find(';'), text.size()));
+    std::size_t end = std::min(text.find(';'), text.size());
+    if (!text.empty() && (text.front() == '"' || text.front() == '\'')) {
+        QuotedValue quoted = TakeQuoted(text);
+        if (!quoted.isClosed) {
+            keeper.Raise("the value of " + name + " has no closing quotation mark");
+        }
+        end = std::min(text.find(';'), text.size());
+        if (!Trim(text.substr(0, end), Blanks).empty()) {
+            keeper.Raise("the value of " + name +
+                         " goes on after its quotation mark; inside the value the mark is doubled");
+        }
+        value = std::move(quoted.value);
     } else {
-        const std::size_t end = std::min(text.find(';'), text.size());
         value = Trim(text.substr(0, end), Blanks);
-        text.remove_prefix(end);
     }
-    text.remove_prefix(text.empty() ? 0 : 1);
+    text.remove_prefix(std::min(end + 1, text.size()));
     return value;
+}
+
+// Returns the value that stands for a key in the file. Quotation marks count only around what begins or ends
+// with a blank or a quotation mark: a PasswordCommand may begin and end with one of its own.
+std::string ValueInFile(std::string_view written) {
+    if (written.starts_with('"')) {
+        std::string_view rest = written;
+        const QuotedValue quoted = TakeQuoted(rest);
+        constexpr std::string_view Quotable = " \"";
+        if (quoted.isClosed && rest.empty() && !quoted.value.empty() &&
+            (Quotable.find(quoted.value.front()) != std::string_view::npos ||
+             Quotable.find(quoted.value.back()) != std::string_view::npos)) {
+            return quoted.value;
+        }
+    }
+    return std::string(written);
+}
+
+// Returns what ValueInFile reads as this value.
+std::string WrittenInFile(const std::string& value) {
+    return ValueInFile(Trim(value, Blanks)) == value ? value : "\"" + Replace(value, "\"", "\"\"") + "\"";
 }
 
 // Returns false for an empty handle, too. The place in the file stays.
@@ -224,7 +250,7 @@ std::optional<Link> ReadLink(const std::filesystem::path& file) {
         if (sign == std::string_view::npos) {
             keeper.Raise("it has no =");
         }
-        keeper.Set(Trim(line.substr(0, sign), Blanks), Trim(line.substr(sign + 1), Blanks));
+        keeper.Set(Trim(line.substr(0, sign), Blanks), ValueInFile(Trim(line.substr(sign + 1), Blanks)));
     }
     Link link = keeper.Take();
     Check(link, what);
@@ -242,7 +268,7 @@ Link LinkOfConnectString(std::string_view text) {
         }
         const std::string name(Trim(text.substr(0, sign), " \t;"));
         text.remove_prefix(sign + 1);
-        keeper.Set(name, TakeValue(text));
+        keeper.Set(name, TakeValue(text, name, keeper));
     }
     Link link = keeper.Take();
     Check(link, "The connect string");
@@ -254,7 +280,7 @@ std::string TextOfLink(const Link& link) {
     text += "\nProvider=PostgreSQL\n";
     for (const Key& key : Keys) {
         if (!(link.*key.value).empty()) {
-            text += std::string(key.name) + "=" + link.*key.value + "\n";
+            text += std::string(key.name) + "=" + WrittenInFile(link.*key.value) + "\n";
         }
     }
     return text;

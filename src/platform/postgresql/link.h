@@ -14,7 +14,8 @@
 // the password is that of ~/.pgpass, if one is needed. SSLMode is a word of libpq; without it a connection to
 // another machine is encrypted and the server's certificate is verified. SSLRootCert names the file of the
 // certificates to trust, if the machine's own are not enough. Blanks around names and values, empty lines, a
-// byte order mark and lines that end in CR LF are allowed; a key that is given twice is not.
+// byte order mark and lines that end in CR LF are allowed; a key that is given twice is not. A value that
+// begins or ends with a blank stands in ", with each " in it doubled; other values stand as they are.
 #pragma once
 
 #include <filesystem>
@@ -40,7 +41,8 @@ bool IsLink(const std::filesystem::path& file);
 std::optional<Link> ReadLink(const std::filesystem::path& file);
 
 // Returns the link that Host=...;Port=...;Database=...;Username=...;Password=...;SSL Mode=... describes. A
-// value in " or ' may hold semicolons. Raises err::DataUnavailable with the fault.
+// value in " or ' may hold semicolons, and the mark itself doubled. Raises err::DataUnavailable with the
+// fault.
 Link LinkOfConnectString(std::string_view text);
 
 // Returns the text of the file.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/shared_source.h"
 
-#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "rdl/data/files/xml_document.h"
 #include "rdl/definition/identifier.h"
 #include "rdl/definition/placeholders.h"
+#include "rdl/definition/query_words.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -111,16 +111,22 @@ std::vector<SharedParameter> ParametersOf(const Element& query) {
     return parameters;
 }
 
-void ReadQuery(const Element& query, DataSet& set) {
+// `what` names the data set in errors.
+void ReadQuery(const Element& query, const std::string& what, DataSet& set) {
     set.dataSourceName = query.ChildText("DataSourceReference");
     set.commandText = ExprOf(query.ChildText("CommandText"), "CommandText");
-    set.timeoutSeconds = std::atoi(query.ChildText("Timeout").c_str());
-    const std::string type = query.ChildText("CommandType");
-    if (EqualNoCase(type, "StoredProcedure")) {
-        set.commandType = DataSet::CommandType::StoredProcedure;
-    } else if (EqualNoCase(type, "TableDirect")) {
-        set.commandType = DataSet::CommandType::TableDirect;
+    const std::string timeout = query.ChildText("Timeout");
+    const std::optional<int> seconds = TimeoutOf(timeout);
+    if (!seconds) {
+        throw Error(what + ", Timeout: " + NotATimeout(CleanText(timeout)));
     }
+    const std::string word = query.ChildText("CommandType");
+    const std::optional<DataSet::CommandType> type = CommandTypeOf(word);
+    if (!type) {
+        throw Error(what + ", CommandType: " + NotACommandType(CleanText(word)));
+    }
+    set.timeoutSeconds = *seconds;
+    set.commandType = *type;
 }
 
 }  // namespace
@@ -146,12 +152,13 @@ SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<
     const xml::Document& document = file.document;
     const Element* set = document.root.Child("DataSet");
     const Element* query = set ? set->Child("Query") : nullptr;
+    const std::string what = "the shared data set \"" + CleanText(reference) + "\"";
     if (!query) {
-        throw Error("the shared data set \"" + CleanText(reference) + "\" has no query");
+        throw Error(what + " has no query");
     }
     SharedDataSet shared;
     shared.dataSet.name = set->AttributeOf("Name");
-    ReadQuery(*query, shared.dataSet);
+    ReadQuery(*query, what, shared.dataSet);
     shared.parameters = ParametersOf(*query);
     shared.dataSet.caseSensitive = FlagOf(*set, "CaseSensitivity");
     shared.dataSet.fields = FieldsOf(*set);

@@ -3,6 +3,7 @@
 
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/identifier.h"
+#include "rdl/definition/query_words.h"
 #include "rdl/definition/tree/report_tree.h"
 #include "rdl/values/ascii.h"
 
@@ -65,16 +66,20 @@ std::vector<QueryParameter> ReadQueryParameters(Context& context, const XmlEleme
 
 DataSet::CommandType ReadCommandType(Context& context, const XmlElement& query, const std::string& where) {
     const std::string word = query.ChildText("CommandType");
-    if (EqualNoCase(word, "StoredProcedure")) {
-        return DataSet::CommandType::StoredProcedure;
+    const std::optional<DataSet::CommandType> type = CommandTypeOf(word);
+    if (!type) {
+        context.Fail(query, where + ", CommandType", NotACommandType(word));
     }
-    if (EqualNoCase(word, "TableDirect")) {
-        return DataSet::CommandType::TableDirect;
+    return type.value_or(DataSet::CommandType::Text);
+}
+
+int ReadTimeout(Context& context, const XmlElement& query, const std::string& where) {
+    const XmlElement* element = query.Child("Timeout");
+    const std::optional<int> seconds = element ? TimeoutOf(element->text) : 0;
+    if (!seconds) {
+        context.Fail(*element, PropertyOf(where, "Timeout"), NotATimeout(element->text));
     }
-    if (!word.empty() && !EqualNoCase(word, "Text")) {
-        context.Fail(query, where + ", CommandType", "\"" + word + "\" is not known");
-    }
-    return DataSet::CommandType::Text;
+    return seconds.value_or(0);
 }
 
 void ReadQuery(Context& context, const XmlElement& element, DataSet& set) {
@@ -88,7 +93,7 @@ void ReadQuery(Context& context, const XmlElement& element, DataSet& set) {
         }
         set.commandType = ReadCommandType(context, *query, where);
         set.parameters = ReadQueryParameters(context, *query, where);
-        set.timeoutSeconds = context.Number(*query, "Timeout", where, 0, 1'000'000, 0);
+        set.timeoutSeconds = ReadTimeout(context, *query, where);
     }
     if (const XmlElement* shared = element.Child("SharedDataSet")) {
         set.sharedDataSet = shared->ChildText("SharedDataSetReference");

@@ -56,6 +56,29 @@ TEST_F(LinkFile, NamesTheStore) {
     EXPECT_EQ(ReadLink(m_file), link);
 }
 
+TEST_F(LinkFile, HoldsEveryValueOfAConnectString) {
+    for (const std::string password : {"a\"b", "\"", "\"\"", "\"quoted\"", "\" x\"", "\"\"\"x\"\"\"", "a;b",
+                                       ";", " a b ", " ", " \" ; \"", "' x", "x \"", "a''b"}) {
+        std::string doubled;
+        for (const char c : password) {
+            doubled += c == '"' ? "\"\"" : std::string(1, c);
+        }
+        const Link link = LinkOfConnectString("Host=h;Password=\"" + doubled + "\" ;Database=d");
+        EXPECT_EQ(link.password, password);
+        EXPECT_EQ(link.database, "d");
+        Write(TextOfLink(link));
+        EXPECT_EQ(ReadLink(m_file), link) << password;
+    }
+}
+
+TEST_F(LinkFile, ValuesStandAsTheyAre) {
+    for (const std::string command :
+         {"\"/opt/a b/get\" \"the store\"", "\"/opt/get key\"", "\"/opt/get\" key"}) {
+        Write("Oxbow Courier store link 1\nHost=h\nDatabase=d\nPasswordCommand=" + command + "\n");
+        EXPECT_EQ(ReadLink(m_file)->passwordCommand, command);
+    }
+}
+
 TEST_F(LinkFile, OtherFilesAreNoLinks) {
     EXPECT_EQ(ReadLink(m_file), std::nullopt);
     EXPECT_EQ(ReadLink(m_folder.Path()), std::nullopt);
@@ -188,6 +211,12 @@ TEST(ConnectString, HasTheKeysOfALink) {
         DescriptionRaisedBy([] { LinkOfConnectString("Host=db;Database=d;Password=my;secret"); }),
         "The connect string is damaged; a part of it has no =; a value that holds a semicolon stands in "
         "quotation marks");
+    EXPECT_EQ(
+        DescriptionRaisedBy([] { LinkOfConnectString("Host=db;Password=\"a\"b;Database=d"); }),
+        "The connect string is damaged; the value of Password goes on after its quotation mark; inside the "
+        "value the mark is doubled");
+    EXPECT_EQ(DescriptionRaisedBy([] { LinkOfConnectString("Host=db;Database=d;Password='a;b"); }),
+              "The connect string is damaged; the value of Password has no closing quotation mark");
     EXPECT_THROW(LinkOfConnectString(""), RuntimeError);
     EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Host=e"), RuntimeError);
     EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Password=p;PasswordCommand=c"), RuntimeError);

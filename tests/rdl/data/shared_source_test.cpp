@@ -41,6 +41,41 @@ TEST_F(SharedData, DataSetIsAskedWithTheReportsParameters) {
     EXPECT_EQ(Rows(), "Bonn|BONN");
 }
 
+TEST_F(SharedData, WordsOfADataSetAreThoseOfAReport) {
+    const auto failureWith = [this](const std::string& ofQuery, const std::string& ofSet) {
+        Write("Cities.rsd",
+              "<SharedDataSet><DataSet Name='D'><Query><DataSourceReference>Warehouse</DataSourceReference>"
+              "<CommandText>select id, city from t</CommandText>" +
+                  ofQuery +
+                  "</Query><Fields><Field Name='City'><DataField>city</DataField></Field></Fields>" + ofSet +
+                  "</DataSet></SharedDataSet>");
+        return Failure();
+    };
+    DataSet& set = AddSet("", {});
+    set.sharedDataSet = "Cities";
+    set.dataSourceName.clear();
+    set.fields = {{"City", "City", {}, ""}};
+    EXPECT_NE(failureWith("<CommandType>Procedure</CommandType>", "")
+                  .find("the shared data set \"Cities\", CommandType: \"Procedure\" is not known"),
+              std::string::npos);
+    for (const std::string timeout : {"-1", "99999999999", "1000001", "5 s", "x"}) {
+        EXPECT_NE(failureWith("<Timeout>" + timeout + "</Timeout>", "")
+                      .find("the shared data set \"Cities\", Timeout: \"" + timeout +
+                            "\" is not a whole number from 0 to 1000000"),
+                  std::string::npos)
+            << timeout;
+    }
+    EXPECT_NE(
+        failureWith("",
+                    "<Filters><Filter><FilterExpression>=Fields!City.Value</FilterExpression>"
+                    "<Operator>Near</Operator><FilterValues><FilterValue>Rome</FilterValue></FilterValues>"
+                    "</Filter></Filters>")
+            .find("Near"),
+        std::string::npos);
+    failureWith("<CommandType>text</CommandType><Timeout> 30 </Timeout>", "");
+    EXPECT_EQ(Rows(), "Rome Bonn");
+}
+
 TEST_F(SharedData, SourceMayHaveTheFormOfAReportServer) {
     Write("Warehouse.rds",
           "<DataSourceDefinition xmlns='urn:x'><Extension>SQLITE</Extension>"
