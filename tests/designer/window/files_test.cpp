@@ -3,6 +3,8 @@
 
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <cerrno>
+#include <system_error>
 
 #include "answered_box.h"
 #include "designer/document/report_file.h"
@@ -119,7 +121,7 @@ TEST_F(Files, AScheduleIsMadeOfTheSavedFile) {
     // There is no editor beside the test.
     const std::string editor = DesktopShell::InstalledProgram().string();
     EXPECT_EQ(Answer([&] { Find<QAction>("fileSchedule").trigger(); }, "OK"),
-              "The editor \"" + editor + "\" cannot be started: No such file or directory");
+              "The editor \"" + editor + "\" cannot be started: " + std::generic_category().message(ENOENT));
 }
 
 TEST_F(Files, TheHelpBookIsThatOfTheApplication) {
