@@ -42,19 +42,19 @@ class TeamServer(Postgres):
         return [tuple(line.split("|")) for line in output.splitlines()]
 
     def report(self):
-        """A report without data, for any number of schedules. Returns its file, which is replaced in one step: a scheduler
-        may be reading it."""
+        """A report without data, for any number of schedules. Returns its file."""
+        return self.put_report(REPORT)
+
+    def put_report(self, text):
+        """Replaces the file in one step, as a scheduler may be reading it."""
         file = self.folder / "figures.rdl"
         written = self.folder / ("figures.%d" % threading.get_ident())
-        written.write_text(REPORT)
-        written.replace(file)
-        return file
+        written.write_text(text)
+        return written.replace(file)
 
     def slow_down(self):
         """Gives the report of the schedules a query of a second, so that their runs are seen under way."""
-        written = self.folder / "figures.slow"
-        written.write_text(report("PostgreSQL", self.connect(user="sched"), "select 1 as n from pg_sleep(1)", ["n"]))
-        written.replace(self.folder / "figures.rdl")
+        self.put_report(report("PostgreSQL", self.connect(user="sched"), "select 1 as n from pg_sleep(1)", ["n"]))
 
     def schedules(self, first, count, parent="Desktop"):
         """Puts due schedules of that report in, each with its number for a subject."""

@@ -310,7 +310,7 @@ class TeamFaults(TeamTest):
         (member.folder / ".pgpass").write_text("*:*:*:clerk:%s\n" % PASSWORD)
         (member.folder / ".pgpass").chmod(0o600)
         self.server.schedules(1, 1)
-        self.server.report().write_text(report(
+        self.server.put_report(report(
             "PostgreSQL", "Host=127.0.0.1;Port=%d;Database=courier;Username=clerk" % self.server.port,
             "select count(*) as n from oxbow_courier.ReportScheduler", ["n"]))
         member.start()

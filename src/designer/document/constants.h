@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Constants of a report, read as the engine reads them but without a refusal: what is no constant of its kind
-// is as if it were missing.
+// Constants of a report, read as the engine reads them, but nothing is refused: what is not a constant of its
+// kind counts as missing.
 #pragma once
 
 #include <optional>
@@ -20,7 +20,7 @@ int NumberIn(std::string_view text, int missing, int least, int most);
 // The same for the text at the path; `missing` if there is no such element, or `id` is NoElement.
 int NumberAt(const Document& document, ElementId id, std::string_view path, int missing, int least, int most);
 
-// Returns the finite number that the whole text is; nothing for any other text, and for one with blanks.
+// Returns the finite number that the whole text is; nullopt for any other text, and for one with blanks.
 std::optional<double> PlainNumber(std::string_view text);
 
 }  // namespace designer

@@ -8,7 +8,8 @@
 
 namespace rdl::engine {
 
-// As SubreportFile (rdl/api/subreport_file.h), in these folders. Raises Error if none of them has it.
+// Returns the first file of these folders that SubreportFile (rdl/api/subreport_file.h) would take. Raises
+// Error if none of them has one.
 std::filesystem::path FindSubreport(const std::string& reportName, const std::filesystem::path& parent,
                                     const std::vector<std::string>& folders);
 
