@@ -9,8 +9,8 @@
 
 #include "designer/dialogs/ask_discard.h"
 #include "designer/dialogs/note.h"
+#include "designer/document/editing.h"
 #include "designer/expressions/expression_check.h"
-#include "designer/model/element_rows.h"
 #include "designer/report_dialogs/code_editor.h"
 
 namespace designer {
