@@ -15,14 +15,6 @@
 #include "shared/ShellMod.h"
 #include "ui_frmConfig.h"
 
-namespace {
-
-void Save(const char* name, const std::string& value) {
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
-}
-
-}  // namespace
-
 frmConfig::frmConfig(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmConfig>()) {
     m_ui->setupUi(this);
     connect(m_ui->Command1, &QPushButton::clicked, this, &frmConfig::Command1_Click);
@@ -73,11 +65,11 @@ void frmConfig::cmdDSN_Click() {
 
 // The interval is stored before it is known to be a number. The current countdown is not changed.
 void frmConfig::cmdSave_Click() {
-    Save("Poll", m_ui->txtPolling->Text());
+    ShellMod::WriteSetting("Poll", m_ui->txtPolling->Text());
     Global::PollSeconds = CInt(m_ui->txtPolling->Text());
-    Save("CRWPath", m_ui->txtcrwpath->Text());
+    ShellMod::WriteSetting("CRWPath", m_ui->txtcrwpath->Text());
     Global::DesignerPath = m_ui->txtcrwpath->Text();
-    Save("AlertWho", m_ui->txtAl->Text());
+    ShellMod::WriteSetting("AlertWho", m_ui->txtAl->Text());
     Global::AlertWho = m_ui->txtAl->Text();
     close();
 }

@@ -7,14 +7,13 @@
 #include "dialogs/ScheduleRecords.h"
 #include "platform/base/convert.h"
 #include "platform/contracts/adodb.h"
-#include "platform/contracts/registry.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 
 namespace {
 
 void WriteView(const char* value) {
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "View", value);
+    ShellMod::WriteSetting("View", value);
 }
 
 // Empties the list and makes it a table with these columns.

@@ -23,7 +23,6 @@
 #include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
-#include "platform/contracts/registry.h"
 #include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
@@ -332,9 +331,7 @@ void frmAddReport::cmdBrowse_Click() {
     ResumeNext([] { Global::BusyCursor(true); });
     m_ui->txtBrowse->Text(cd.FileName);
     Global::DefPath = DefaultFolder(cd.FileName);
-    ResumeNext([] {
-        ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "DefPath", Global::DefPath);
-    });
+    ResumeNext([] { ShellMod::WriteSetting("DefPath", Global::DefPath); });
     OpenPickedReport();
     ResumeNext([] { Global::BusyCursor(false); });
 }

@@ -18,7 +18,6 @@
 #include "platform/base/resume_next.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/prompts.h"
-#include "platform/contracts/registry.h"
 #include "platform/controls/folders/common_dialog.h"
 #include "platform/controls/kit/window_size.h"
 #include "platform/shell/window_handle.h"
@@ -354,7 +353,7 @@ void frmWiz::cmdFolder_Click() {
         return;  // cancelled
     }
     Global::DefPath = m_ui->dirList->Path();
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "DefPath", Global::DefPath);
+    ShellMod::WriteSetting("DefPath", Global::DefPath);
 }
 
 void frmWiz::filList_MouseMove() {

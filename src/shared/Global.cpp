@@ -41,6 +41,8 @@ std::string PackageFormat;
 
 namespace {
 
+// Slot 0 of such a list exists and is not used. Tables and parameters of a report have no such slot: Slot of
+// platform/reports/rdl_report.cpp.
 const std::string& SlotFromOne(const std::vector<std::string>& list, int index) {
     if (index < 1 || index >= static_cast<int>(list.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);

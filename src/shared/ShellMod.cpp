@@ -101,6 +101,10 @@ void WriteSetting(std::uint32_t root, const std::string& key, const std::string&
     }
 }
 
+void WriteSetting(const std::string& name, const std::string& value) {
+    WriteSetting(HKEY_LOCAL_MACHINE, SettingsKey, name, value);
+}
+
 void CreateSettingsKey(std::uint32_t root, const std::string& key) {
     Registry& registry = TheRegistry();
     Registry::Handle handle = 0;

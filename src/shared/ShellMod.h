@@ -25,6 +25,8 @@ std::string RequireSetting(std::uint32_t root, const std::string& key, const std
 // Makes the key if it is missing. A failure is only a line on standard error.
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);
+// The same under SettingsKey.
+void WriteSetting(const std::string& name, const std::string& value);
 void CreateSettingsKey(std::uint32_t root, const std::string& key);
 
 // The text of the last failure of OpenDocument. A success leaves it unchanged.

@@ -18,10 +18,6 @@ std::string Setting(const char* name, const std::string& defaultText) {
     return ShellMod::RequireSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
 }
 
-void WriteSetting(const char* name, const std::string& value) {
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
-}
-
 std::string ConnectionStringWith(const std::string& pairs) {
     return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
            "\\PressroomLive.dat;Persist Security Info=False";
@@ -32,12 +28,12 @@ void FirstRun() {
     EnsureLiveDatabase();
     ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::AutostartKey, "OXC",
                            "\"" + AppPath() + "\\oxc.exe\" -sched");
-    WriteSetting("Poll", "15");
-    WriteSetting("Path", AppPath());
-    WriteSetting("Output", AppPath() + "\\Output\\");
-    WriteSetting("AlertWho", "");
-    WriteSetting("DefPath", AppPath());
-    WriteSetting("FirstRun", "False");
+    ShellMod::WriteSetting("Poll", "15");
+    ShellMod::WriteSetting("Path", AppPath());
+    ShellMod::WriteSetting("Output", AppPath() + "\\Output\\");
+    ShellMod::WriteSetting("AlertWho", "");
+    ShellMod::WriteSetting("DefPath", AppPath());
+    ShellMod::WriteSetting("FirstRun", "False");
 }
 
 }  // namespace

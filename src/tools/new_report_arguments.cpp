@@ -65,13 +65,6 @@ void TakeSource(const std::string& value, NewReportArguments& arguments) {
     }
 }
 
-const std::string& NonEmpty(const std::string& option, const std::string& value) {
-    if (value.empty()) {
-        throw UsageError(option + " wants a name");
-    }
-    return value;
-}
-
 // Null for an option that has no list.
 std::vector<std::string>* ListOf(const std::string& option, designer::NewReport& report) {
     return option == "--columns"  ? &report.shown

@@ -184,13 +184,6 @@ class Parser {
         return number;
     }
 
-    static const std::string& NonEmpty(const std::string& option, const std::string& value) {
-        if (value.empty()) {
-            throw UsageError(option + " wants a name");
-        }
-        return value;
-    }
-
     void TakePasswordFrom(PasswordSource source) {
         if (m_hasPassword && source != m_result.passwordSource) {
             throw UsageError("--password and --password-stdin exclude each other");

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace tools {
 
@@ -11,5 +12,13 @@ class UsageError : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;
 };
+
+// Returns the value of an option that wants a name. Raises UsageError if it is empty.
+inline const std::string& NonEmpty(const std::string& option, const std::string& value) {
+    if (value.empty()) {
+        throw UsageError(option + " wants a name");
+    }
+    return value;
+}
 
 }  // namespace tools

@@ -45,7 +45,6 @@ class DesignCanvas : public QAbstractScrollArea {
     void StepZoom(int steps);  // to the next of the usual zooms
     void FitWidth();
 
-    bool Snaps() const { return m_snaps; }
     void SetSnaps(bool snaps) { m_snaps = snaps; }
 
     // The next rectangle that the user draws becomes an item of the kind. Escape ends it.

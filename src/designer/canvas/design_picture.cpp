@@ -38,8 +38,7 @@ void DesignPicture::Make(const DesignModel& model) {
         DesignCopy copy = MakeDesignCopy(model.Source(), options);
         m_pages.reset();
         try {
-            const auto report =
-                reports::OpenRdlText(copy.text, model.File().empty() ? "report.rdl" : model.File());
+            const auto report = reports::OpenRdlText(copy.text, model.RunName());
             report->SetRunBounds({MostTime, MostTime, MostMegabytes});
             m_report = report;
             m_pages = m_report->OpenPages();

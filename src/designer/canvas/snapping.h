@@ -24,7 +24,6 @@ struct Snapped {
 // Which edges of the area follow the pointer.
 struct MovingEdges {
     bool left = true, top = true, right = true, bottom = true;
-    bool Moves() const { return left && top && right && bottom; }
 };
 
 struct SnapRules {

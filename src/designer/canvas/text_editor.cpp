@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "designer/document/placeholder_text.h"
+#include "platform/base/convert.h"
+#include "rdl/api/text_literal.h"
 
 namespace designer {
 namespace {
@@ -58,11 +60,7 @@ bool HasOneRun(const RichText& text) {
 
 // A text that begins with = would be read as an expression.
 std::string Literal(const std::string& text) {
-    std::string literal = "=\"";
-    for (const char c : text) {
-        literal += c == '"' ? "\"\"" : c == '\n' ? "\" & vbLf & \"" : std::string(1, c);
-    }
-    return literal + "\"";
+    return "=" + Replace(rdl::TextLiteral(text), "\n", "\" & vbLf & \"");
 }
 
 // The run without its text.

@@ -20,7 +20,6 @@ class DesignWriter {
  public:
     explicit DesignWriter(const Document& document);
 
-    const Document& GetDocument() const { return m_document; }
     const SourceTree& Tree() const { return m_document.Tree(); }
     const std::string& Written() const { return m_out; }
 

@@ -324,6 +324,12 @@ void RemoveAt(Document& document, ElementId owner, std::string_view path, const 
     }
 }
 
+void SetOrRemove(Document& document, ElementId owner, std::string_view path, std::string_view text) {
+    if (text != document.TextAt(owner, path).value_or("")) {
+        text.empty() ? RemoveAt(document, owner, path) : SetText(document, owner, path, text);
+    }
+}
+
 void RemoveAllAt(Document& document, const std::vector<TextPlace>& places, const std::string& step) {
     const StepGroup group(document, step);
     std::map<ElementId, int> uses;  // of parents, by what would go

@@ -30,6 +30,10 @@ void SetTexts(Document& document, const std::vector<TextChange>& changes, const 
 // empty.
 void RemoveAt(Document& document, ElementId owner, std::string_view path, const std::string& step = {});
 
+// Sets the text at the path, or removes the element if the text is empty. What is not there and empty stays
+// so.
+void SetOrRemove(Document& document, ElementId owner, std::string_view path, std::string_view text);
+
 struct TextPlace {
     ElementId owner = NoElement;
     std::string path;

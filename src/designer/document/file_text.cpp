@@ -2,17 +2,17 @@
 #include "designer/document/file_text.h"
 
 #include <QtCore/QStringConverter>
-#include <algorithm>
 #include <utility>
 
 #include "designer/document/source_tree.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/xml_encoding.h"
 
 namespace designer {
 namespace {
 
-constexpr std::size_t LongestDeclaration = 1024;
+using rdl::xml::QuotedEncoding;
 
 struct Beginning {
     std::string_view bytes;
@@ -33,38 +33,6 @@ const Beginning Beginnings[] = {
     {std::string_view("\0<", 2), "UTF-16BE", false},
 };
 
-std::string QuotedEncoding(std::string_view name) {
-    std::string text(CutText(name, 40));
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
-    return "\"" + text + "\"";
-}
-
-// Returns the encoding that the declaration names; empty: there is none.
-std::string DeclaredEncoding(std::string_view bytes) {
-    std::string_view head = bytes.substr(0, LongestDeclaration);
-    const std::size_t end = head.find("?>");
-    if (!head.starts_with("<?xml") || end == std::string_view::npos) {
-        return {};
-    }
-    head = head.substr(0, end);
-    const std::size_t word = head.find("encoding");
-    const std::size_t quote = word == std::string_view::npos ? word : head.find_first_of("\"'", word);
-    if (quote == std::string_view::npos) {
-        return {};
-    }
-    const std::size_t close = head.find(head[quote], quote + 1);
-    return close == std::string_view::npos ? std::string()
-                                           : std::string(head.substr(quote + 1, close - quote - 1));
-}
-
-// A text whose first bytes are single ones is in no encoding of wider units, whatever its declaration says.
-bool IsOfWiderUnits(std::string_view name) {
-    const std::string lower = ToLower(name);
-    return lower.starts_with("utf-16") || lower.starts_with("utf-32") || lower.starts_with("ucs-") ||
-           lower.starts_with("iso-10646-ucs-") || lower == "unicode";
-}
-
 FileEncoding EncodingOf(std::string_view bytes) {
     FileEncoding encoding;
     for (const Beginning& beginning : Beginnings) {
@@ -75,8 +43,8 @@ FileEncoding EncodingOf(std::string_view bytes) {
             return encoding;
         }
     }
-    const std::string declared = DeclaredEncoding(bytes);
-    if (!declared.empty() && !IsOfWiderUnits(declared) && !SameAscii(declared, "UTF-8")) {
+    const std::string declared = rdl::xml::DeclaredEncoding(bytes);
+    if (!declared.empty() && !SameAscii(declared, "UTF-8")) {
         encoding.name = declared;
         encoding.isUtf8 = false;
     }

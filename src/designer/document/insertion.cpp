@@ -138,16 +138,6 @@ class FragmentWriter {
     std::string m_out;
 };
 
-// Returns the text with the line ends of the file.
-std::string WithLineEnds(std::string_view text, const std::string& lineEnd) {
-    std::string result;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool isAlone = text[at] == '\n' && (at == 0 || text[at - 1] != '\r');
-        result += isAlone && !lineEnd.empty() ? lineEnd : std::string(1, text[at]);
-    }
-    return result;
-}
-
 std::string Laid(const Document& document, int parent, std::string_view xml,
                  std::optional<std::string> line) {
     const SourceTree& tree = document.Tree();

@@ -11,18 +11,12 @@
 namespace designer {
 namespace {
 
-struct Unit {
-    std::string_view name;
-    double points;
-};
-
-constexpr Unit Units[] = {{"in", 72}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"pt", 1}, {"pc", 12}};
 constexpr int DigitsAfterPoint = 5;
 constexpr double LargestSize = 1e9;
 
 struct Parsed {
     double number = 0;
-    const Unit* unit = nullptr;
+    const rdl::SizeUnit* unit = nullptr;
     std::string_view written;  // the unit, in the case in which it is written
 };
 
@@ -38,7 +32,7 @@ std::optional<Parsed> Parse(std::string_view text) {
         return std::nullopt;
     }
     parsed.written = Trim(text.substr(static_cast<std::size_t>(end - text.data())));
-    for (const Unit& unit : Units) {
+    for (const rdl::SizeUnit& unit : rdl::SizeUnits) {
         if (SameAscii(unit.name, parsed.written)) {
             parsed.unit = &unit;
             return parsed;
@@ -79,12 +73,12 @@ std::optional<double> PointsOf(std::string_view text) {
 
 bool IsReportSize(std::string_view text) {
     const std::optional<double> points = PointsOf(text);
-    return points && *points >= 0 && *points <= LargestReportSize;
+    return points && *points >= 0 && *points <= rdl::MaxSize;
 }
 
 std::string SizeText(double points, std::string_view like) {
     const std::optional<Parsed> parsed = Parse(like);
-    const double number = points / (parsed ? parsed->unit->points : Units[0].points);
+    const double number = points / (parsed ? parsed->unit->points : rdl::SizeUnits[0].points);
     char digits[64];
     const auto [end, error] =
         std::to_chars(digits, digits + sizeof(digits), number, std::chars_format::fixed, DigitsAfterPoint);
@@ -93,7 +87,7 @@ std::string SizeText(double points, std::string_view like) {
         text.erase(text.find_last_not_of('0') + 1);
         text.erase(text.find_last_not_of('.') + 1);
     }
-    return (text == "-0" ? "0" : text) + std::string(parsed ? parsed->written : Units[0].name);
+    return (text == "-0" ? "0" : text) + std::string(parsed ? parsed->written : rdl::SizeUnits[0].name);
 }
 
 void SetSize(Document& document, ElementId owner, std::string_view path, double points,

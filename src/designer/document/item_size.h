@@ -8,11 +8,9 @@
 #include <vector>
 
 #include "designer/document/document.h"
+#include "rdl/api/size_units.h"
 
 namespace designer {
-
-// Points: the largest size of a report that the engine takes, 455 inches.
-inline constexpr double LargestReportSize = 455 * 72;
 
 // Returns the size in points (1/72 inch), which may be negative. nullopt if the text is no size.
 std::optional<double> PointsOf(std::string_view text);

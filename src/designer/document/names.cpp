@@ -69,10 +69,6 @@ std::string_view CollectionOf(NameKind kind) {
                                          : "";
 }
 
-bool IsNameByte(char c) {
-    return IsAsciiLetterOrDigit(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
-
 // Replaces `before` + old by `before` + name where a name ends there, without regard to the case of ASCII.
 std::string WithName(std::string_view text, std::string_view before, std::string_view old,
                      std::string_view name, char after = '\0') {
@@ -83,9 +79,9 @@ std::string WithName(std::string_view text, std::string_view before, std::string
         const std::string_view rest = text.substr(at);
         const bool begins = rest.size() >= sought.size() &&
                             SameAscii(rest.substr(0, sought.size()), sought) &&
-                            (at == 0 || !IsNameByte(before[0]) || !IsNameByte(text[at - 1]));
+                            (at == 0 || !rdl::IsNameByte(before[0]) || !rdl::IsNameByte(text[at - 1]));
         const char next = begins && rest.size() > sought.size() ? rest[sought.size()] : '\0';
-        if (begins && (after == '\0' ? !IsNameByte(next) : next == after)) {
+        if (begins && (after == '\0' ? !rdl::IsNameByte(next) : next == after)) {
             result.append(rest.substr(0, before.size())).append(name);
             at += sought.size();
         } else {

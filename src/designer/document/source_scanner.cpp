@@ -5,6 +5,7 @@
 
 #include "designer/document/xml_text.h"
 #include "platform/base/text.h"
+#include "rdl/api/xml_encoding.h"
 
 namespace designer {
 namespace {
@@ -106,7 +107,7 @@ void SourceScanner::CheckCharacters() const {
         if (character.code >= NoCharacter) {
             FailAsMalformed(at, "bytes that are no text in UTF-8");
         }
-        if (!IsXmlCharacter(character.code)) {
+        if (!rdl::xml::IsXmlCharacter(character.code)) {
             FailAsMalformed(at, "a character that XML does not have");
         }
         at += character.length;

@@ -8,6 +8,7 @@
 
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/xml_encoding.h"
 
 namespace designer {
 namespace {
@@ -67,12 +68,6 @@ std::string Resolve(std::string_view written, char blank) {
 
 }  // namespace
 
-bool IsXmlCharacter(char32_t character) {
-    return character >= 0x20 ? character < 0xD800 || (character >= 0xE000 && character < 0xFFFE) ||
-                                   (character >= 0x10000 && character <= 0x10FFFF)
-                             : character == '\t' || character == '\n' || character == '\r';
-}
-
 std::size_t NameLength(std::string_view text) {
     std::size_t at = 0;
     while (at < text.size()) {
@@ -101,7 +96,7 @@ std::optional<char32_t> ReferredCharacter(std::string_view reference) {
     std::uint32_t code = 0;
     const auto [stop, failure] =
         std::from_chars(digits.data(), digits.data() + digits.size(), code, isHex ? 16 : 10);
-    if (failure != std::errc() || stop != digits.data() + digits.size() || !IsXmlCharacter(code)) {
+    if (failure != std::errc() || stop != digits.data() + digits.size() || !rdl::xml::IsXmlCharacter(code)) {
         return std::nullopt;
     }
     return code;
@@ -121,7 +116,7 @@ std::string EscapedText(std::string_view text, std::string_view lineEnd) {
         const Character character = CharacterAt(text, at);
         const std::string_view bytes = text.substr(at, character.length);
         at += character.length;
-        if (!IsXmlCharacter(character.code)) {
+        if (!rdl::xml::IsXmlCharacter(character.code)) {
             continue;
         }
         if (bytes == "<") {
@@ -153,6 +148,23 @@ std::string EscapedValue(std::string_view text, char quote) {
         }
     }
     return escaped;
+}
+
+std::string ElementXml(std::string_view name, std::string_view content) {
+    return "<" + std::string(name) + ">" + std::string(content) + "</" + std::string(name) + ">";
+}
+
+std::string LeafOf(std::string_view name, std::string_view text) {
+    return ElementXml(name, EscapedText(text, "\n"));
+}
+
+std::string WithLineEnds(std::string_view text, std::string_view lineEnd) {
+    std::string result;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool isAlone = text[at] == '\n' && (at == 0 || text[at - 1] != '\r');
+        result += isAlone && !lineEnd.empty() ? lineEnd : text.substr(at, 1);
+    }
+    return result;
 }
 
 bool IsBlank(std::string_view text) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names, references and escapes of XML 1.0.
+// Names, references, escapes and elements of XML 1.0.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,6 @@
 
 namespace designer {
 
-// Whether XML has the character (production Char, section 2.2).
-bool IsXmlCharacter(char32_t character);
 // Returns the number of bytes of the name at the beginning of the text (production Name, section 2.3); 0 if
 // there is none.
 std::size_t NameLength(std::string_view text);
@@ -29,6 +27,14 @@ std::string ResolvedValue(std::string_view written);
 std::string EscapedText(std::string_view text, std::string_view lineEnd);
 // The same for the value of an attribute within these quotes.
 std::string EscapedValue(std::string_view text, char quote);
+
+// Returns an element with this content, which is XML, or with this text.
+std::string ElementXml(std::string_view name, std::string_view content);
+std::string LeafOf(std::string_view name, std::string_view text);
+
+// Returns the text with `lineEnd` in place of each line feed that no carriage return precedes; an empty one
+// leaves the text as it is.
+std::string WithLineEnds(std::string_view text, std::string_view lineEnd);
 
 // Whether the text is blanks only, or nothing.
 bool IsBlank(std::string_view text);

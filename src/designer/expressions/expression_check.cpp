@@ -38,9 +38,9 @@ int PositionIn(const std::string& message) {
 
 }  // namespace
 
-std::string FaultOfReport(const Document& document, const std::filesystem::path& file) {
+std::string FaultOfReport(const DesignModel& model, const Document& document) {
     try {
-        reports::OpenRdlText(document.Bytes(), file.empty() ? "report.rdl" : file);
+        reports::OpenRdlText(document.Bytes(), model.RunName());
         return {};
     } catch (const RuntimeError& error) {
         return WithoutLine(error.Description());
@@ -50,14 +50,12 @@ std::string FaultOfReport(const Document& document, const std::filesystem::path&
 }
 
 std::string FaultOfEdit(const DesignModel& model, const std::function<void(Document&)>& work) {
-    if (!FaultOfReport(model.Source(), model.File()).empty()) {
-        return {};
-    }
     try {
         Document copy(model.Source().Bytes());
         work(copy);
-        return FaultOfReport(copy, model.File());
-    } catch (const EditError& error) {
+        const std::string fault = FaultOfReport(model, copy);
+        return fault.empty() || !FaultOfReport(model, model.Source()).empty() ? std::string() : fault;
+    } catch (const std::runtime_error& error) {  // EditError, SourceFlaw
         return error.what();
     }
 }
@@ -69,7 +67,7 @@ std::string ExpressionCheck::MessageFor(const std::string& value) const {
     try {
         Document copy(m_model.Source().Bytes());
         m_write(copy, value);
-        return FaultOfReport(copy, m_model.File());
+        return FaultOfReport(m_model, copy);
     } catch (const EditError& error) {
         return error.what();
     }

@@ -2,7 +2,6 @@
 // Asks the engine whether a value can stand at its place in the report.
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,12 +15,12 @@ struct ExpressionFault {
     int position = -1;  // characters of the value before the fault; -1: no place is known
 };
 
-// Returns why the engine does not open the report, without file and line; empty if it does. Relative names
-// start at the folder of `file`, which may be empty.
-std::string FaultOfReport(const Document& document, const std::filesystem::path& file);
+// Returns why the engine does not open the report, without file and line; empty if it does. The document is
+// the model's or a copy of it.
+std::string FaultOfReport(const DesignModel& model, const Document& document);
 
-// Returns why the engine would not open the report after this edit, or why the edit is refused; empty if it
-// would. A report that it does not open now is not judged.
+// Returns why the edit is refused, or why the engine would not open the report after it; empty if it would. A
+// report that it does not open now is not judged.
 std::string FaultOfEdit(const DesignModel& model, const std::function<void(Document&)>& work);
 
 class ExpressionCheck {

@@ -10,6 +10,7 @@
 #include "designer/tables/fields.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/filter_operators.h"
 
 namespace designer {
 namespace {
@@ -85,8 +86,8 @@ void FilterList::ShowValueColumns() {
     for (const std::string& field : m_fields) {
         values.append(QString::fromStdString(FieldValue(field)));
     }
-    for (const std::string_view word : Comparisons()) {
-        words.append(QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size())));
+    for (const rdl::FilterOperatorRow& one : rdl::FilterOperators) {
+        words.append(QString::fromUtf8(one.name.data(), static_cast<qsizetype>(one.name.size())));
     }
     std::vector<RowColumn> columns{
         {.title = tr("Expression"), .takesExpressions = true, .choices = values},
@@ -138,8 +139,6 @@ bool FilterList::IsComplete() {
             continue;
         }
         const QString word = QString::fromStdString(filter.comparison);
-        const auto isWord = [&](std::string_view one) { return SameAscii(one, filter.comparison); };
-        const std::size_t needed = ValuesNeeded(filter.comparison);
         if (Trim(filter.expression).empty()) {
             return Complain(row, 0, tr("what is compared is missing: a field or an expression"));
         }
@@ -148,14 +147,16 @@ bool FilterList::IsComplete() {
                             tr("\"%1\" is no field of the data; an expression begins with =")
                                 .arg(QString::fromStdString(std::string(CutText(filter.expression, 80)))));
         }
-        if (std::none_of(Comparisons().begin(), Comparisons().end(), isWord)) {
+        const rdl::FilterOperatorRow* const known = rdl::FindFilterOperator(filter.comparison);
+        if (!known) {
             return Complain(row, 1, tr("\"%1\" is no comparison").arg(word));
         }
+        const std::size_t needed = rdl::FilterValuesNeeded(known->op);
         if (filter.values.size() < needed) {
             return Complain(row, FirstValue + filter.values.size(),
                             needed == 1 ? tr("the value is missing") : tr("%1 needs two values").arg(word));
         }
-        if (filter.values.size() > needed && !isWord("In")) {
+        if (filter.values.size() > needed && known->op != rdl::FilterOperator::In) {
             return Complain(
                 row, FirstValue + needed,
                 needed == 1 ? tr("%1 takes one value").arg(word) : tr("%1 takes two values").arg(word));

@@ -88,9 +88,8 @@ void ValueRun::Begin() {
     }
     m_bytes = m_next->report;
     m_stop = std::make_shared<rdl::StopSignal>();
-    ValueJob job{*std::exchange(m_next, std::nullopt),
-                 m_model.File().empty() ? std::filesystem::path("report.rdl") : m_model.File(),
-                 m_model.SourceLogons(), std::move(m_report), m_stop};
+    ValueJob job{*std::exchange(m_next, std::nullopt), m_model.RunName(), m_model.SourceLogons(),
+                 std::move(m_report), m_stop};
     m_report.reset();
     m_isStopped = m_isTooLong = false;
     reports::UseMachineHost();

@@ -4,41 +4,24 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QVBoxLayout>
+#include <set>
 
 #include "designer/graphic_dialogs/expression_field.h"
 #include "designer/graphics/item_parts.h"
+#include "rdl/api/symbologies.h"
 
 namespace designer {
 namespace {
 
 // One word for each symbology that the engine draws.
-const QStringList& Symbologies() {
-    static const QStringList words{"Code128",
-                                   "GS1128",
-                                   "Code39",
-                                   "Code39Extended",
-                                   "Code93",
-                                   "Code11",
-                                   "EAN13",
-                                   "EAN8",
-                                   "UPCA",
-                                   "UPCE",
-                                   "ISBN",
-                                   "ITF14",
-                                   "Interleaved2of5",
-                                   "Codabar",
-                                   "MSI",
-                                   "Postnet",
-                                   "IntelligentMail",
-                                   "RoyalMail",
-                                   "GS1DataBar",
-                                   "PDF417",
-                                   "MicroPDF417",
-                                   "QRCode",
-                                   "MicroQR",
-                                   "DataMatrix",
-                                   "GS1DataMatrix",
-                                   "Aztec"};
+QStringList Symbologies() {
+    QStringList words;
+    std::set<rdl::Symbology> known;
+    for (const rdl::SymbologyRow& row : rdl::Symbologies) {
+        if (known.insert(row.symbology).second) {
+            words.append(QString::fromUtf8(row.name.data(), static_cast<qsizetype>(row.name.size())));
+        }
+    }
     return words;
 }
 

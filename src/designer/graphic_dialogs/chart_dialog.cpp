@@ -14,6 +14,7 @@
 #include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/document/properties/properties.h"
+#include "designer/expressions/expression_check.h"
 #include "designer/expressions/expression_dialog.h"
 #include "designer/graphic_dialogs/chart_gallery.h"
 #include "designer/graphic_dialogs/expression_field.h"
@@ -224,15 +225,15 @@ bool ChartDialog::IsComplete() {
         m_note->ShowFault(tr("The chart needs a value"));
         return false;
     }
-    const QString fault = FaultAfter(m_model, [this](Document& copy) {
+    const std::string fault = FaultOfEdit(m_model, [this](Document& copy) {
         PutChartDesign(copy, InCopy(m_model.Source(), m_chart, copy),
                        DesignInCopy(m_model.Source(), m_design, copy));
     });
-    if (!fault.isEmpty()) {
-        m_note->ShowFault(fault);
+    if (!fault.empty()) {
+        m_note->ShowFault(QString::fromStdString(fault));
         m_tabs->setFocus();
     }
-    return fault.isEmpty();
+    return fault.empty();
 }
 
 void ChartDialog::accept() {

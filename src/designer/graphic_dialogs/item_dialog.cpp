@@ -7,6 +7,7 @@
 
 #include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
+#include "designer/expressions/expression_check.h"
 #include "designer/graphic_dialogs/expression_field.h"
 #include "designer/graphic_dialogs/report_copy.h"
 
@@ -53,10 +54,10 @@ ExpressionField* ItemDialog::AddLine(const QString& label, const char* name, con
 }
 
 void ItemDialog::accept() {
-    const QString fault =
-        FaultAfter(m_model, [this](Document& copy) { Write(copy, InCopy(m_model.Source(), m_item, copy)); });
-    if (!fault.isEmpty()) {
-        m_note->ShowFault(fault);
+    const std::string fault =
+        FaultOfEdit(m_model, [this](Document& copy) { Write(copy, InCopy(m_model.Source(), m_item, copy)); });
+    if (!fault.empty()) {
+        m_note->ShowFault(QString::fromStdString(fault));
         return;
     }
     if (m_model.Edit(StepName(m_model, tr("Change"), {m_item}),

@@ -5,39 +5,10 @@
 
 #include "designer/document/properties/properties.h"
 #include "designer/expressions/expression_dialog.h"
-#include "platform/contracts/runtime.h"
-#include "platform/reports/rdl_engine.h"
-#include "platform/reports/rdl_report.h"
 
 namespace designer {
-namespace {
-
-QString FaultOfReport(const DesignModel& model, const Document& document) {
-    try {
-        reports::OpenRdlText(document.Bytes(), model.File().empty() ? "report.rdl" : model.File());
-        return {};
-    } catch (const RuntimeError& error) {
-        return QString::fromStdString(error.Description());
-    } catch (const SourceFlaw& flaw) {
-        return QString::fromUtf8(flaw.what());
-    }
-}
-
-}  // namespace
-
 ElementId InCopy(const Document& document, ElementId id, const Document& copy) {
     return copy.IdAt(document.IndexOf(id));
-}
-
-QString FaultAfter(const DesignModel& model, const std::function<void(Document&)>& edit) {
-    Document copy(model.Source().Bytes());
-    try {
-        edit(copy);
-    } catch (const std::runtime_error& error) {  // EditError, SourceFlaw
-        return QString::fromUtf8(error.what());
-    }
-    const QString fault = FaultOfReport(model, copy);
-    return fault.isEmpty() || !FaultOfReport(model, model.Source()).isEmpty() ? QString() : fault;
 }
 
 std::optional<std::string> EditInCopy(const DesignModel& model,

@@ -2,7 +2,6 @@
 // A copy of the report in which a dialog tries what it would change.
 #pragma once
 
-#include <QString>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,10 +15,6 @@ namespace designer {
 
 // Returns the element of a copy of the document that is `id` in the document itself.
 ElementId InCopy(const Document& document, ElementId id, const Document& copy);
-
-// Returns what the engine says of the report after the edit, if it says nothing of the report as it is; the
-// reason if the edit is refused. Empty: the edit can be made.
-QString FaultAfter(const DesignModel& model, const std::function<void(Document&)>& edit);
 
 // Opens the dialog for expressions on a value that is not in the report yet. `place` makes it in a copy of
 // the report and returns the element that has it at the path, which is one of its properties. Returns nothing

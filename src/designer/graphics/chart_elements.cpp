@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "designer/document/xml_text.h"
-#include "designer/graphics/part_text.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 

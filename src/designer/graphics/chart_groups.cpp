@@ -5,6 +5,7 @@
 
 #include "designer/document/editing.h"
 #include "designer/document/placeholder_text.h"
+#include "designer/document/xml_text.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/tablix_shape.h"
@@ -138,10 +139,6 @@ std::string LevelXml(const Document& document, const std::vector<ChartGroup>& gr
 }
 
 }  // namespace
-
-std::string ElementXml(std::string_view name, const std::string& content) {
-    return "<" + std::string(name) + ">" + content + "</" + std::string(name) + ">";
-}
 
 ChartTree ReadCategories(const Document& document, ElementId chart) {
     return TreeReader(document, false).Read(chart);

@@ -42,9 +42,6 @@ std::vector<std::size_t> OldLeaves(const std::vector<ChartGroup>& wanted, const 
 std::string ChartMembersXml(const Document& document, const std::vector<ChartGroup>& groups,
                             const std::string& inner, NewNames& names);
 
-// Returns the element with the content.
-std::string ElementXml(std::string_view name, const std::string& content);
-
 // Returns the points of a series, one for each leaf of the categories.
 std::vector<ElementId> ChartPointsOf(const Document& document, ElementId series);
 // Gives the series a point for each leaf of the categories; `old` as OldLeaves returns them, of `oldCount`.

@@ -125,20 +125,14 @@ class ChartChange {
         }
         PutSeries(isOtherType);
         PutPoints();
-        PutText("DataSetName", m_now.dataSet, m_design.dataSet);
-        PutText("Palette", m_now.palette, m_design.palette);
+        PutTrimmedText(m_document, m_chart, "DataSetName", m_now.dataSet, m_design.dataSet);
+        PutTrimmedText(m_document, m_chart, "Palette", m_now.palette, m_design.palette);
         PutTitles();
         PutLegend();
         PutLabels();
     }
 
  private:
-    void PutText(std::string_view path, const std::string& old, const std::string& text) {
-        if (old != text) {
-            text.empty() ? RemoveAt(m_document, m_chart, path) : SetText(m_document, m_chart, path, text);
-        }
-    }
-
     void Replace(std::string_view hierarchy, const std::string& members) {
         const ElementId old = m_document.Find(m_chart, hierarchy);
         const std::string xml = ElementXml(hierarchy, members);

@@ -57,7 +57,7 @@ void PutText(Document& document, ElementId owner, std::string_view path, const s
              const std::string& text) {
     if (old != text) {
         CheckText(document, owner, path, text);
-        text.empty() ? RemoveAt(document, owner, path) : SetText(document, owner, path, text);
+        SetOrRemove(document, owner, path, text);
     }
 }
 
@@ -129,9 +129,7 @@ void PutRanges(Document& document, ElementId scale, const Kind& kind, const std:
 }
 
 std::string Input(std::string_view name, std::string_view value) {
-    return value.empty()
-               ? std::string()
-               : "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
+    return value.empty() ? std::string() : ElementXml(name, LeafOf("Value", value));
 }
 
 std::string ScaleXml(const GaugeDesign& design, bool isDial) {
@@ -360,8 +358,7 @@ void PutGauges(Document& document, ElementId panel, const std::vector<GaugeDesig
 }
 
 std::string NewGaugesXml(const GaugeDesign& design) {
-    const std::string collection(KindOf(design.kind).collection);
-    return "<" + collection + ">" + NewGaugeXml(design) + "</" + collection + ">";
+    return ElementXml(KindOf(design.kind).collection, NewGaugeXml(design));
 }
 
 }  // namespace designer

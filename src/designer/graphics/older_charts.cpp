@@ -5,6 +5,7 @@
 
 #include "designer/document/constants.h"
 #include "designer/document/editing.h"
+#include "designer/document/xml_text.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/tablix_shape.h"
@@ -112,8 +113,8 @@ class OlderChange {
             PutGroups();
         }
         PutSeries(isOtherType);
-        PutText("DataSetName", m_now.dataSet, m_design.dataSet);
-        PutText("Palette", m_now.palette, m_design.palette);
+        PutTrimmedText(m_document, m_chart, "DataSetName", m_now.dataSet, m_design.dataSet);
+        PutTrimmedText(m_document, m_chart, "Palette", m_now.palette, m_design.palette);
         PutTitle("Title", m_now.title, m_design.title);
         PutAxisTitle("CategoryAxis", m_now.categoryTitle, m_design.categoryTitle);
         PutAxisTitle("ValueAxis", m_now.valueTitle, m_design.valueTitle);
@@ -129,12 +130,6 @@ class OlderChange {
                     throw EditError("A chart of 2003 or 2005 cannot have groups beside each other");
                 }
             }
-        }
-    }
-
-    void PutText(std::string_view path, const std::string& old, const std::string& text) {
-        if (old != text) {
-            text.empty() ? RemoveAt(m_document, m_chart, path) : SetText(m_document, m_chart, path, text);
         }
     }
 

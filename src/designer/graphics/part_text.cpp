@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/graphics/part_text.h"
 
-#include "designer/document/xml_text.h"
+#include "designer/document/editing.h"
 #include "platform/base/ascii.h"
 
 namespace designer {
@@ -10,8 +10,11 @@ std::string TrimmedTextAt(const Document& document, ElementId id, std::string_vi
     return std::string(Trim(document.TextAt(id, path).value_or("")));
 }
 
-std::string LeafOf(std::string_view name, std::string_view text) {
-    return "<" + std::string(name) + ">" + EscapedText(text, "\n") + "</" + std::string(name) + ">";
+void PutTrimmedText(Document& document, ElementId id, std::string_view path, const std::string& old,
+                    const std::string& text) {
+    if (old != text) {
+        SetOrRemove(document, id, path, text);
+    }
 }
 
 }  // namespace designer

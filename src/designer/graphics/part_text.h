@@ -11,7 +11,8 @@ namespace designer {
 
 // Returns the text at the path from the element, without blanks around it; "" if there is none.
 std::string TrimmedTextAt(const Document& document, ElementId id, std::string_view path);
-// Returns an element that contains the text only, as XML.
-std::string LeafOf(std::string_view name, std::string_view text);
+// Writes the text there if it is another than `old`, which was read so. An empty one removes the element.
+void PutTrimmedText(Document& document, ElementId id, std::string_view path, const std::string& old,
+                    const std::string& text);
 
 }  // namespace designer

@@ -26,14 +26,13 @@ std::string XmlOfRow(const ElementList& list, const RowTable::Row& row) {
     std::string tag = "<" + std::string(list.element), content;
     for (std::size_t index = 0; index < list.cells.size(); ++index) {
         const ElementList::Cell& cell = list.cells[index];
-        const std::string text = EscapedText(row.cells.at(index), "\n");
         if (IsAttribute(cell)) {
             tag += " " + std::string(cell.path.substr(1)) + "=\"" + EscapedValue(row.cells.at(index), '"') +
                    "\"";
         } else if (cell.path.empty()) {
-            content += text;
+            content += EscapedText(row.cells.at(index), "\n");
         } else if (row.cells.at(index) != cell.missing) {
-            content += "<" + std::string(cell.path) + ">" + text + "</" + std::string(cell.path) + ">";
+            content += LeafOf(cell.path, row.cells.at(index));
         }
     }
     return tag + ">" + content + "</" + std::string(list.element) + ">";

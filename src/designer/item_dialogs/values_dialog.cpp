@@ -150,7 +150,7 @@ void ValuesDialog::accept() {
     const auto refused =
         connect(&m_model, &DesignModel::Refused, this, [&refusal](const QString& text) { refusal = text; });
     // An expression that the engine does not understand is refused, unless the report has a fault already.
-    const bool worked = FaultOfReport(Source(), m_model.File()).empty();
+    const bool worked = FaultOfReport(m_model, Source()).empty();
     const bool isDone = m_model.Edit(m_step, [this, worked](Document& document) {
         const std::uint64_t before = document.Revision();
         for (const ValueField* field : m_fields) {
@@ -158,7 +158,7 @@ void ValuesDialog::accept() {
         }
         WriteMore(document);
         const std::string fault =
-            worked && document.Revision() != before ? FaultOfReport(document, m_model.File()) : std::string();
+            worked && document.Revision() != before ? FaultOfReport(m_model, document) : std::string();
         if (!fault.empty()) {
             throw EditError(fault);
         }

@@ -27,6 +27,8 @@ class DesignModel : public QObject {
     // The file that the report has or will have. Relative names in the report start at its folder.
     const std::filesystem::path& File() const { return m_file; }
     void SetFile(std::filesystem::path file);
+    // The file, or what the engine calls a report that has none yet.
+    std::filesystem::path RunName() const { return m_file.empty() ? "report.rdl" : m_file; }
     // Replaces the document; the steps and the selection are gone. A file that was read again is not
     // modified.
     void SetDocument(Document document);

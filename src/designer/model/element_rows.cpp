@@ -70,10 +70,4 @@ std::vector<ElementId> PutRows(Document& document, ElementId owner, std::string_
     return rows;
 }
 
-void SetOrRemove(Document& document, ElementId owner, std::string_view path, std::string_view text) {
-    if (text != document.TextAt(owner, path).value_or("")) {
-        text.empty() ? RemoveAt(document, owner, path) : SetText(document, owner, path, text);
-    }
-}
-
 }  // namespace designer

@@ -20,8 +20,4 @@ std::vector<ElementId> PutRows(Document& document, ElementId owner, std::string_
                                std::string_view element, const std::vector<int>& places,
                                const std::function<std::string(std::size_t row)>& xml);
 
-// Sets the text at the path, or removes the element if the text is empty. What is not there and empty stays
-// so.
-void SetOrRemove(Document& document, ElementId owner, std::string_view path, std::string_view text);
-
 }  // namespace designer

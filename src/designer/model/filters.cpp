@@ -1,34 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/model/filters.h"
 
-#include <algorithm>
-
 #include "designer/document/editing.h"
 #include "designer/tables/tablix_shape.h"
 
 namespace designer {
-namespace {
-
-constexpr std::string_view Words[] = {
-    "Equal",         "NotEqual",
-    "GreaterThan",   "GreaterThanOrEqual",
-    "LessThan",      "LessThanOrEqual",
-    "Like",          "In",
-    "Between",       "TopN",
-    "BottomN",       "TopPercent",
-    "BottomPercent",
-};
-
-}  // namespace
-
-std::span<const std::string_view> Comparisons() {
-    return Words;
-}
-
-std::size_t ValuesNeeded(std::string_view comparison) {
-    return comparison == "Between" ? 2 : 1;
-}
-
 std::vector<RowFilter> FiltersOf(const Document& document, ElementId owner) {
     std::vector<RowFilter> filters;
     for (const ElementId id : ChildrenNamed(document, owner, "Filters", "Filter")) {

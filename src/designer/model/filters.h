@@ -2,9 +2,7 @@
 // The filters of a data set, a region or a group (MS-RDL, Filters).
 #pragma once
 
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "designer/document/document.h"
@@ -18,12 +16,6 @@ struct RowFilter {
     std::vector<std::string> values = {};
     bool operator==(const RowFilter&) const = default;
 };
-
-// Returns the words that a filter compares by, as files have them.
-std::span<const std::string_view> Comparisons();
-// Returns how many values a filter with the word has at least; one with In may have any number, others just
-// these.
-std::size_t ValuesNeeded(std::string_view comparison);
 
 std::vector<RowFilter> FiltersOf(const Document& document, ElementId owner);
 // Makes these the filters of the element. Those that have not changed are not touched. Edits of the step that

@@ -11,12 +11,10 @@
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/text_literal.h"
 
 namespace designer {
 namespace {
-
-constexpr std::string_view KindsOfQuery[] = {"Text", "StoredProcedure", "TableDirect"};
-constexpr int MostSeconds = 1'000'000;
 
 ElementId SetNamed(const Document& document, std::string_view name) {
     for (const ElementId id : ChildrenNamed(document, document.Root(), "DataSets", "DataSet")) {
@@ -42,24 +40,11 @@ std::optional<ReportParameter> ParameterIn(const Document& document, std::string
     return std::nullopt;
 }
 
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c == '"' ? "\"\"" : std::string(1, c);
-    }
-    return quoted + "\"";
-}
-
 }  // namespace
 
-std::span<const std::string_view> QueryTypes() {
-    return KindsOfQuery;
-}
-
 rdl::QueryKind KindOfType(std::string_view type) {
-    return type == "StoredProcedure" ? rdl::QueryKind::StoredProcedure
-           : type == "TableDirect"   ? rdl::QueryKind::Table
-                                     : rdl::QueryKind::Text;
+    const rdl::QueryKindRow* const known = rdl::FindQueryKind(type);
+    return known ? known->kind : rdl::QueryKind::Text;
 }
 
 QueryDetails QueryDetailsOf(const Document& document, std::string_view set) {
@@ -69,11 +54,9 @@ QueryDetails QueryDetailsOf(const Document& document, std::string_view set) {
         return details;
     }
     const std::string type = document.TextAt(id, "Query/CommandType").value_or("Text");
-    const auto* const known =
-        std::find_if(std::begin(KindsOfQuery), std::end(KindsOfQuery),
-                     [&](std::string_view word) { return SameAscii(word, Trim(type)); });
-    details.type = known == std::end(KindsOfQuery) ? type : std::string(*known);
-    details.seconds = NumberAt(document, id, "Query/Timeout", 0, 0, MostSeconds);
+    const rdl::QueryKindRow* const known = rdl::FindQueryKind(Trim(type));
+    details.type = known ? std::string(known->name) : type;
+    details.seconds = NumberAt(document, id, "Query/Timeout", 0, 0, rdl::MostQuerySeconds);
     for (const ElementId one : ChildrenNamed(document, id, ParametersOf(document, id), "QueryParameter")) {
         details.parameters.push_back({static_cast<int>(details.parameters.size()),
                                       document.Attribute(one, "Name").value_or(""),
@@ -126,7 +109,7 @@ std::string TestValue(const Document& document, std::string_view expression, con
     const auto parameter = ParameterIn(document, expression);
     const std::string type = parameter ? parameter->type : PlainNumber(text) ? "Float" : "String";
     if (type == "DateTime") {
-        return "=CDate(" + Quoted(text) + ")";
+        return "=CDate(" + rdl::TextLiteral(text) + ")";
     }
     const bool isTruth = SameAscii(text, "true") || SameAscii(text, "false");
     const bool isOwnType = type == "Boolean" ? isTruth : type != "String" && PlainNumber(text).has_value();

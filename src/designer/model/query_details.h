@@ -3,13 +3,12 @@
 // shared data set, its time limit and its filters (MS-RDL, Query, SharedDataSet and DataSet).
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "designer/model/filters.h"
-#include "rdl/api/query_rows.h"
+#include "rdl/api/query_kinds.h"
 
 namespace designer {
 
@@ -27,8 +26,7 @@ struct QueryDetails {
     bool operator==(const QueryDetails&) const = default;
 };
 
-// Returns the words for the type of a query, as files have them.
-std::span<const std::string_view> QueryTypes();
+// Returns the kind of query that the type of the details names; of a word that is not known, Text.
 rdl::QueryKind KindOfType(std::string_view type);
 
 // Returns those of the data set of this name; the usual ones if there is none.

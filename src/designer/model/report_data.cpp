@@ -8,7 +8,7 @@
 #include "designer/document/xml_text.h"
 #include "designer/model/element_rows.h"
 #include "designer/model/report_parameters.h"
-#include "designer/new_report/names.h"
+#include "designer/new_report/part_names.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"

@@ -6,7 +6,6 @@
 #include "designer/document/editing.h"
 #include "designer/document/properties/properties.h"
 #include "designer/document/xml_text.h"
-#include "designer/graphics/part_text.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 

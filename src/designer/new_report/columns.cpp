@@ -7,7 +7,7 @@
 #include <cmath>
 #include <set>
 
-#include "designer/new_report/names.h"
+#include "designer/new_report/part_names.h"
 #include "designer/new_report/refusal.h"
 #include "designer/new_report/text_width.h"
 #include "platform/base/ascii.h"

@@ -4,10 +4,11 @@
 #include <array>
 #include <charconv>
 
-#include "designer/new_report/names.h"
+#include "designer/new_report/part_names.h"
 #include "platform/base/ascii.h"
 #include "platform/base/caption.h"
 #include "platform/base/text.h"
+#include "rdl/api/text_literal.h"
 
 namespace designer {
 namespace {
@@ -66,12 +67,7 @@ XmlList BoxContent(std::string_view value, const Look& look) {
 }  // namespace
 
 std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : WithoutControls(text)) {
-        quoted += c;
-        quoted += c == '"' ? "\"" : "";
-    }
-    return quoted + "\"";
+    return rdl::TextLiteral(WithoutControls(text));
 }
 
 std::string Literal(std::string_view text) {

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "designer/new_report/columns.h"
-#include "designer/new_report/names.h"
 #include "designer/new_report/new_report.h"
+#include "designer/new_report/part_names.h"
 #include "designer/new_report/xml_builder.h"
 
 namespace designer {

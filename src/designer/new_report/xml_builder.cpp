@@ -5,15 +5,10 @@
 #include <iterator>
 
 #include "platform/base/text.h"
+#include "rdl/api/xml_encoding.h"
 
 namespace designer {
 namespace {
-
-// XML 1.0, section 2.2.
-bool IsAllowed(char32_t code) {
-    return code == '\t' || code == '\n' || code == '\r' || (code >= 0x20 && code <= 0xD7FF) ||
-           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
-}
 
 enum class Where { Content, Attribute };
 
@@ -41,7 +36,8 @@ void AppendEscaped(std::string& out, std::string_view text, Where where) {
                 out += "&#13;";
                 break;
             default:
-                AppendCharacter(out, IsAllowed(character.code) ? character.code : ReplacementCharacter);
+                AppendCharacter(
+                    out, rdl::xml::IsXmlCharacter(character.code) ? character.code : ReplacementCharacter);
         }
     }
 }

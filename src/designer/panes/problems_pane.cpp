@@ -50,7 +50,7 @@ ElementId ElementAtLine(const DesignModel& model, const QString& message) {
 // What the engine says against the document; empty: it can run.
 std::string ProblemOf(const DesignModel& model, const Document& document) {
     try {
-        reports::OpenRdlText(document.Bytes(), model.File().empty() ? "report.rdl" : model.File());
+        reports::OpenRdlText(document.Bytes(), model.RunName());
         return {};
     } catch (const RuntimeError& error) {
         return error.Description();

@@ -2,7 +2,7 @@
 #include "designer/panes/table_menu.h"
 
 #include "designer/model/table_width.h"
-#include "designer/panes/group_dialog.h"
+#include "designer/panes/new_group_dialog.h"
 #include "designer/panes/reasons.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
@@ -213,8 +213,8 @@ void TableMenu::AskForGroup(GroupPlace place, const QString& title) {
     const auto ask = [this, member = group->member](const std::string& value, QWidget* parent) {
         return m_ask(member, value, parent);
     };
-    GroupDialog dialog(title, FieldNamesOfRegion(m_model.Source(), table->region), *table->groupAxis,
-                       hasBands, m_ask ? GroupDialog::Ask(ask) : GroupDialog::Ask(), parentWidget());
+    NewGroupDialog dialog(title, FieldNamesOfRegion(m_model.Source(), table->region), *table->groupAxis,
+                          hasBands, m_ask ? NewGroupDialog::Ask(ask) : NewGroupDialog::Ask(), parentWidget());
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }

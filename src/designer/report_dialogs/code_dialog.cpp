@@ -9,8 +9,8 @@
 
 #include "designer/dialogs/ask_discard.h"
 #include "designer/dialogs/note.h"
+#include "designer/document/editing.h"
 #include "designer/expressions/expression_check.h"
-#include "designer/model/element_rows.h"
 #include "designer/report_dialogs/code_editor.h"
 
 namespace designer {
@@ -78,14 +78,14 @@ bool CodeDialog::Check() {
     m_pause.stop();
     Document copy(m_model.Source().Bytes());
     Write(copy, Text());
-    const std::string fault = FaultOfReport(copy, m_model.File());
+    const std::string fault = FaultOfReport(m_model, copy);
     const int line = LineIn(fault);
     m_editor->MarkLine(line);
     if (fault.empty()) {
         m_note->Clear();
         return true;
     }
-    const bool isOwn = line > 0 || FaultOfReport(m_model.Source(), m_model.File()).empty();
+    const bool isOwn = line > 0 || FaultOfReport(m_model, m_model.Source()).empty();
     if (isOwn) {
         m_note->ShowFault(QString::fromStdString(fault));
     } else {

@@ -11,6 +11,7 @@
 
 #include "designer/dialogs/fixed_font.h"
 #include "platform/base/ascii.h"
+#include "rdl/api/identifier.h"
 
 namespace designer {
 namespace {
@@ -32,10 +33,6 @@ constexpr std::array<std::string_view, 88> Words = {
     "static",   "step",      "string",    "sub",        "then",     "throw",    "to",        "true",
     "try",      "typeof",    "until",     "wend",       "when",     "while",    "with",      "xor"};
 static_assert(std::is_sorted(Words.begin(), Words.end()));
-
-bool IsNameByte(char c) {
-    return IsAsciiLetterOrDigit(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 // Colours words, texts, numbers and comments of Visual Basic. A piece never goes over the end of its line.
 class BasicLexer : public QsciLexerCustom {
@@ -73,11 +70,12 @@ class BasicLexer : public QsciLexerCustom {
             const std::size_t end = line.find('"', 1);
             return {end == std::string_view::npos ? line.size() : end + 1, Text};
         }
-        if (!IsNameByte(first)) {
+        if (!rdl::IsNameByte(first)) {
             return {1, Plain};
         }
         std::size_t end = 1;
-        while (end < line.size() && (IsNameByte(line[end]) || (IsAsciiDigit(first) && line[end] == '.'))) {
+        while (end < line.size() &&
+               (rdl::IsNameByte(line[end]) || (IsAsciiDigit(first) && line[end] == '.'))) {
             ++end;
         }
         if (IsAsciiDigit(first)) {

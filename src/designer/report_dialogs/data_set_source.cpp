@@ -20,7 +20,11 @@
 namespace designer {
 namespace {
 
-constexpr int MostSeconds = 1'000'000;  // of a time limit
+QString TitleOf(rdl::QueryKind kind) {
+    return kind == rdl::QueryKind::StoredProcedure ? DataSetDialog::tr("Stored procedure")
+           : kind == rdl::QueryKind::Table         ? DataSetDialog::tr("Table")
+                                                   : DataSetDialog::tr("Text");
+}
 
 }  // namespace
 
@@ -54,12 +58,13 @@ void DataSetDialog::BuildSource(QWidget& page) {
     m_sourceNote = new Note(*m_source, &page);
     m_type = new QComboBox(&page);
     m_type->setObjectName("queryType");
-    m_type->addItem(tr("Text"), "Text");
-    m_type->addItem(tr("Stored procedure"), "StoredProcedure");
-    m_type->addItem(tr("Table"), "TableDirect");
+    for (const rdl::QueryKindRow& row : rdl::QueryKinds) {
+        m_type->addItem(TitleOf(row.kind),
+                        QString::fromUtf8(row.name.data(), static_cast<qsizetype>(row.name.size())));
+    }
     m_seconds = new QSpinBox(&page);
     m_seconds->setObjectName("seconds");
-    m_seconds->setRange(0, MostSeconds);
+    m_seconds->setRange(0, rdl::MostQuerySeconds);
     m_seconds->setSpecialValueText(tr("the usual one"));
     m_seconds->setSuffix(tr(" s"));
     m_seconds->setToolTip(tr("How long the query may take in a run"));

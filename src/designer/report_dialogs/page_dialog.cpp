@@ -192,7 +192,7 @@ bool PageDialog::IsComplete() {
             return Complain(at, tr("\"%1\" is no size: a number with in, cm, mm, pt or pc").arg(text));
         } else if (Points(at) < 0 || (Points(at) == 0 && (at == PageWidth || at == PageHeight))) {
             return Complain(at, tr("%1 is too small").arg(text));
-        } else if (Points(at) > LargestReportSize) {
+        } else if (Points(at) > rdl::MaxSize) {
             return Complain(at, tr("%1 is too large: the most is 455in").arg(text));
         }
     }

@@ -203,7 +203,7 @@ bool ParametersDialog::FitTypes() {
     try {
         Document copy(m_model.Source().Bytes());
         PutReportParameters(copy, bare);
-        report = reports::OpenRdlText(copy.Bytes(), m_model.File().empty() ? "report.rdl" : m_model.File());
+        report = reports::OpenRdlText(copy.Bytes(), m_model.RunName());
     } catch (const std::exception&) {  // a fault of the report elsewhere, which the dialog does not judge
         return true;
     }

@@ -76,7 +76,7 @@ class MatrixTracks {
             Insert(m_headings, place, HeadingXml(BoxXml(m_document, names.Take("Textbox1"), "", look)));
         }
         const std::string size = m_document.TextAt(m_tracks[like], m_side.size).value_or("1in");
-        std::string xml = Leaf(m_side.size, size);
+        std::string xml = LeafOf(m_side.size, size);
         if (m_isColumns) {
             for (const auto& row : m_cells) {
                 Insert(row, place, CellXml(row[like], names));
@@ -88,8 +88,7 @@ class MatrixTracks {
             }
             xml += "</MatrixCells>";
         }
-        const std::string tag(m_side.track);
-        return Insert(m_tracks, place, "<" + tag + ">" + xml + "</" + tag + ">");
+        return Insert(m_tracks, place, ElementXml(m_side.track, xml));
     }
 
     void Delete(std::vector<std::size_t> places) {
@@ -126,10 +125,6 @@ class MatrixTracks {
     }
 
  private:
-    static std::string Leaf(const std::string& name, const std::string& text) {
-        return "<" + name + ">" + EscapedText(text, "\n") + "</" + name + ">";
-    }
-
     ElementId Insert(const std::vector<ElementId>& siblings, std::size_t place, const std::string& xml) {
         const ElementId before =
             place < siblings.size()
@@ -140,8 +135,7 @@ class MatrixTracks {
     }
 
     std::string HeadingXml(const std::string& box) const {
-        const std::string tag(m_side.heading);
-        return "<" + tag + "><ReportItems>" + box + "</ReportItems></" + tag + ">";
+        return ElementXml(m_side.heading, ElementXml("ReportItems", box));
     }
 
     std::string CellXml(ElementId like, NewNames& names) const {
@@ -171,7 +165,7 @@ class MatrixTracks {
         const ElementId next =
             m_document.IdAt(m_document.Tree()[m_document.IndexOf(levels.back())].nextSibling);
         InsertXml(m_document, m_document.Parent(levels.back()),
-                  "<" + grouping + ">" + Leaf(m_side.level, size) + "<" + statics + ">" + boxes[0] +
+                  "<" + grouping + ">" + LeafOf(m_side.level, size) + "<" + statics + ">" + boxes[0] +
                       boxes[1] + "</" + statics + "></" + grouping + ">",
                   next);
     }
@@ -212,9 +206,9 @@ ElementId AddMatrixGroup(Document& document, ElementId member, GroupPlace place,
     NewNames names(document);
     const std::string box = BoxXml(document, names.Take("Textbox1"), group.expression,
                                    {ItemInCell(document, member), false, false});
-    const std::string xml = "<" + tag + "><" + size + ">" + document.TextAt(level, size).value_or("1in") +
-                            "</" + size + "><" + dynamic + ">" + groupingXml + "<ReportItems>" + box +
-                            "</ReportItems></" + dynamic + "></" + tag + ">";
+    const std::string xml =
+        ElementXml(tag, LeafOf(size, document.TextAt(level, size).value_or("1in")) +
+                            ElementXml(dynamic, groupingXml + ElementXml("ReportItems", box)));
     const ElementId next = document.IdAt(document.Tree()[document.IndexOf(level)].nextSibling);
     const ElementId added =
         InsertXml(document, document.Parent(level), xml, place == GroupPlace::Parent ? level : next);

@@ -52,9 +52,7 @@ void SetSpan(Document& document, EditBatch& batch, ElementId cell, Axis axis, st
 
 std::string TrackXml(const Document& document, Axis axis, ElementId like, const std::string& cells) {
     const char* const size = axis == Axis::Columns ? "Width" : "Height";
-    const std::string text = "<" + std::string(size) + ">" +
-                             EscapedText(document.TextAt(like, size).value_or("1in"), "\n") + "</" + size +
-                             ">";
+    const std::string text = LeafOf(size, document.TextAt(like, size).value_or("1in"));
     return axis == Axis::Columns
                ? "<TablixColumn>" + text + "</TablixColumn>"
                : "<TablixRow>" + text + "<TablixCells>" + cells + "</TablixCells></TablixRow>";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Members of DesignWindow: items that become a group, and what was one.
-#include "designer/model/grouping.h"
+#include "designer/model/item_grouping.h"
 #include "designer/model/placing.h"
 #include "designer/window/design_window.h"
 

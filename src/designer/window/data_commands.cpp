@@ -117,9 +117,9 @@ void DesignWindow::OpenPart(DataPart part, const std::string& name) {
 void DesignWindow::RemoveDataPart(DataPart part, const std::string& name) {
     FinishTyping();
     m_model->Edit(tr("Remove %1").arg(QString::fromStdString(name)), [&](Document& document) {
-        const bool worked = FaultOfReport(document, m_model->File()).empty();
+        const bool worked = FaultOfReport(*m_model, document).empty();
         RemovePart(document, part, name);
-        const std::string fault = worked ? FaultOfReport(document, m_model->File()) : std::string();
+        const std::string fault = worked ? FaultOfReport(*m_model, document) : std::string();
         if (!fault.empty()) {
             throw EditError(name + " is used and stays. " + fault);
         }

@@ -167,8 +167,7 @@ void PreviewPage::Open(const DesignModel& model) {
     m_open = {};
     try {
         m_bytes = model.Source().Bytes();
-        const std::filesystem::path file = model.File().empty() ? "report.rdl" : model.File();
-        m_open = [bytes = m_bytes, file, logons = model.SourceLogons()] {
+        m_open = [bytes = m_bytes, file = model.RunName(), logons = model.SourceLogons()] {
             const auto report = reports::OpenRdlText(bytes, file);
             for (const auto& [source, logon] : logons) {
                 report->SetSourceLogon(source, logon.user, logon.password);

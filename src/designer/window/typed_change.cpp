@@ -4,19 +4,13 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "designer/document/xml_text.h"
+
 namespace designer {
 namespace {
 
 bool IsWithinCharacter(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
-}
-
-std::string WithLineEnds(std::string_view text, std::string_view lineEnd) {
-    std::string result;
-    for (const char c : text) {
-        c == '\n' ? result.append(lineEnd.empty() ? "\n" : lineEnd) : result.append(1, c);
-    }
-    return result;
 }
 
 }  // namespace

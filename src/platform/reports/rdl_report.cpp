@@ -8,6 +8,7 @@
 namespace reports {
 namespace {
 
+// Returns the index of the n-th one, from 1 on.
 std::size_t Slot(int n, std::size_t count) {
     if (n < 1 || static_cast<std::size_t>(n) > count) {
         throw RuntimeError(err::SubscriptOutOfRange);

@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+#include "rdl/values/ascii.h"  // IsNameByte, for who looks for names in a text
+
 namespace rdl {
 
 // Whether the UTF-8 text is an identifier: a letter or _, then letters, digits, connectors and combining

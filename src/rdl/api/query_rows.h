@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "rdl/api/query_kinds.h"
 #include "rdl/values/stop.h"
 #include "rdl/values/value.h"
 
@@ -19,8 +20,6 @@ namespace rdl {
 struct QueryValue {
     std::string name, value = {};
 };
-
-enum class QueryKind { Text, StoredProcedure, Table };
 
 struct QueryRequest {
     std::string provider, connectString;  // as a data source of a report has them; both are constants

@@ -77,7 +77,7 @@ class FilterRun {
     DataContext m_context;
     RowEnvironment m_environment;
     Source m_expression;
-    expr::FilterOperator m_op;
+    FilterOperator m_op;
     std::vector<Source> m_values;
 };
 

@@ -57,9 +57,9 @@ BoundQuery QueryOf(const LoadRequest& request, const DataSet& dataSet, ProviderK
         throw Error("the query is empty");
     }
     switch (dataSet.commandType) {
-        case DataSet::CommandType::StoredProcedure:
+        case QueryKind::StoredProcedure:
             return ProcedureCall(command, values, provider);
-        case DataSet::CommandType::TableDirect:
+        case QueryKind::Table:
             return {TableQuery(command, provider), {}};
         default:
             return BindParameters(command, values, provider);

@@ -121,7 +121,7 @@ void ReadQuery(const Element& query, const std::string& what, DataSet& set) {
         throw Error(what + ", Timeout: " + NotATimeout(CleanText(timeout)));
     }
     const std::string word = query.ChildText("CommandType");
-    const std::optional<DataSet::CommandType> type = CommandTypeOf(word);
+    const std::optional<QueryKind> type = CommandTypeOf(word);
     if (!type) {
         throw Error(what + ", CommandType: " + NotACommandType(CleanText(word)));
     }

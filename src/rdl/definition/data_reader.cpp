@@ -64,13 +64,13 @@ std::vector<QueryParameter> ReadQueryParameters(Context& context, const XmlEleme
     return parameters;
 }
 
-DataSet::CommandType ReadCommandType(Context& context, const XmlElement& query, const std::string& where) {
+QueryKind ReadCommandType(Context& context, const XmlElement& query, const std::string& where) {
     const std::string word = query.ChildText("CommandType");
-    const std::optional<DataSet::CommandType> type = CommandTypeOf(word);
+    const std::optional<QueryKind> type = CommandTypeOf(word);
     if (!type) {
         context.Fail(query, where + ", CommandType", NotACommandType(word));
     }
-    return type.value_or(DataSet::CommandType::Text);
+    return type.value_or(QueryKind::Text);
 }
 
 int ReadTimeout(Context& context, const XmlElement& query, const std::string& where) {

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/definition/group_reader.h"
 
+#include "rdl/api/filter_operators.h"
+
 namespace rdl {
 namespace {
-
-constexpr std::string_view FilterOperators[] = {
-    "Equal",           "Like", "NotEqual", "GreaterThan", "GreaterThanOrEqual", "LessThan",
-    "LessThanOrEqual", "TopN", "BottomN",  "TopPercent",  "BottomPercent",      "In",
-    "Between",
-};
 
 struct BreakName {
     std::string_view name;
@@ -28,14 +24,11 @@ Filter ReadFilter(Context& context, const XmlElement& element, const std::string
         context.Fail(element, where, "a filter has no expression");
     }
     const std::string word = element.ChildText("Operator");
-    for (const std::string_view name : FilterOperators) {
-        if (EqualNoCase(name, word)) {
-            filter.op = name;
-        }
-    }
-    if (filter.op.empty()) {
+    const FilterOperatorRow* const known = FindFilterOperator(word);
+    if (!known) {
         context.Fail(element, where, "\"" + word + "\" is no operator of a filter");
     }
+    filter.op = known->name;
     if (const XmlElement* values = element.Child("FilterValues")) {
         for (const XmlElement& value : values->children) {
             if (value.name == "FilterValue") {
@@ -43,8 +36,7 @@ Filter ReadFilter(Context& context, const XmlElement& element, const std::string
             }
         }
     }
-    const std::size_t needed = filter.op == "Between" ? 2 : 1;
-    if (filter.values.size() < needed) {
+    if (filter.values.size() < FilterValuesNeeded(known->op)) {
         context.Fail(element, where, "a filter with " + filter.op + " has too few values");
     }
     return filter;

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "rdl/api/query_kinds.h"
+
 namespace rdl {
 
 class InlineRows;
@@ -311,7 +313,7 @@ struct DataSet {
     std::string sharedDataSet;           // .rsd
     Expr commandText;                    // not set if the text is long and holds rows
     std::shared_ptr<Spool> longCommand;  // is then that text, else null
-    enum class CommandType { Text, StoredProcedure, TableDirect } commandType = CommandType::Text;
+    QueryKind commandType = QueryKind::Text;
     std::vector<QueryParameter> parameters;
     int timeoutSeconds = 0;
     std::vector<Field> fields;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/definition/placeholders.h"
 
+#include "rdl/api/text_literal.h"
 #include "rdl/definition/identifier.h"
 #include "rdl/expr/language/names.h"
 #include "rdl/values/ascii.h"
@@ -33,11 +34,7 @@ void AddText(std::string_view text, std::string& expression) {
     if (text.empty()) {
         return;
     }
-    expression += expression.size() > 1 ? " & \"" : "\"";
-    for (const char c : text) {
-        expression += c == '"' ? "\"\"" : std::string(1, c);
-    }
-    expression += '"';
+    expression += (expression.size() > 1 ? " & " : "") + TextLiteral(text);
 }
 
 }  // namespace

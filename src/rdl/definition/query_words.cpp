@@ -6,23 +6,12 @@
 #include "rdl/values/ascii.h"
 
 namespace rdl {
-namespace {
-
-constexpr int MostSeconds = 1'000'000;
-
-}  // namespace
-
-std::optional<DataSet::CommandType> CommandTypeOf(std::string_view word) {
-    if (word.empty() || EqualNoCase(word, "Text")) {
-        return DataSet::CommandType::Text;
+std::optional<QueryKind> CommandTypeOf(std::string_view word) {
+    if (word.empty()) {
+        return QueryKind::Text;
     }
-    if (EqualNoCase(word, "StoredProcedure")) {
-        return DataSet::CommandType::StoredProcedure;
-    }
-    if (EqualNoCase(word, "TableDirect")) {
-        return DataSet::CommandType::TableDirect;
-    }
-    return std::nullopt;
+    const QueryKindRow* const known = FindQueryKind(word);
+    return known ? std::optional(known->kind) : std::nullopt;
 }
 
 std::optional<int> TimeoutOf(std::string_view text) {
@@ -30,7 +19,7 @@ std::optional<int> TimeoutOf(std::string_view text) {
     int seconds = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
     const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    if (!text.empty() && (!isNumber || seconds < 0 || seconds > MostSeconds)) {
+    if (!text.empty() && (!isNumber || seconds < 0 || seconds > MostQuerySeconds)) {
         return std::nullopt;
     }
     return seconds;
@@ -42,7 +31,7 @@ std::string NotACommandType(std::string_view word) {
 
 std::string NotATimeout(std::string_view text) {
     return "\"" + std::string(Trimmed(text)) + "\" is not a whole number from 0 to " +
-           std::to_string(MostSeconds);
+           std::to_string(MostQuerySeconds);
 }
 
 }  // namespace rdl

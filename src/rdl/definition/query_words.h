@@ -6,12 +6,12 @@
 #include <string>
 #include <string_view>
 
-#include "rdl/definition/model.h"
+#include "rdl/api/query_kinds.h"
 
 namespace rdl {
 
 // Returns Text for an empty word, and nullopt for one that is not known.
-std::optional<DataSet::CommandType> CommandTypeOf(std::string_view word);
+std::optional<QueryKind> CommandTypeOf(std::string_view word);
 
 // Returns the seconds, 0 for an empty text, and nullopt for one that is not a whole number from 0 to
 // a million.

@@ -8,16 +8,6 @@
 #include "rdl/values/ascii.h"
 
 namespace rdl {
-namespace {
-
-struct Unit {
-    std::string_view name;
-    double points;
-};
-
-constexpr Unit Units[] = {{"in", 72}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"pt", 1}, {"pc", 12}};
-
-}  // namespace
 
 std::optional<double> ParseSize(std::string_view text) {
     text = Trimmed(text);
@@ -31,7 +21,7 @@ std::optional<double> ParseSize(std::string_view text) {
         return std::nullopt;
     }
     const std::string_view unit = Trimmed(text.substr(static_cast<std::size_t>(end - text.data())));
-    for (const Unit& candidate : Units) {
+    for (const SizeUnit& candidate : SizeUnits) {
         if (EqualNoCase(unit, candidate.name)) {
             return number * candidate.points;
         }

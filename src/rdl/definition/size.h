@@ -5,10 +5,9 @@
 #include <optional>
 #include <string_view>
 
-namespace rdl {
+#include "rdl/api/size_units.h"
 
-inline constexpr double MaxSize =
-    455 * 72.0;  // points; the limit of report designers, which also keeps sums finite
+namespace rdl {
 
 // Returns the points of a number with a unit in, cm, mm, pt or pc; white space may separate them. nullopt for
 // any other text. ParseSize in layout/model/units.h reads the sizes that expressions give in another way: it

@@ -23,12 +23,6 @@ std::string Absolute(const std::filesystem::path& folder) {
     return std::filesystem::absolute(folder.empty() ? "." : folder).string();
 }
 
-DataSet::CommandType TypeOf(QueryKind kind) {
-    return kind == QueryKind::StoredProcedure ? DataSet::CommandType::StoredProcedure
-           : kind == QueryKind::Table         ? DataSet::CommandType::TableDirect
-                                              : DataSet::CommandType::Text;
-}
-
 QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, const DataSource& source,
                     std::size_t mostRows) {
     const std::unique_ptr<data::Cursor> cursor = data::OpenCursor(request, dataSet, &source);
@@ -105,7 +99,7 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         DataSet dataSet;
         dataSet.commandText.source = request.query;
         dataSet.timeoutSeconds = request.seconds;
-        dataSet.commandType = TypeOf(request.kind);
+        dataSet.commandType = request.kind;
         for (const QueryValue& parameter : request.parameters) {
             const int id = parameter.value.starts_with('=') ? 0 : -1;
             dataSet.parameters.push_back(

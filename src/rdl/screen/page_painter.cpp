@@ -10,11 +10,8 @@
 namespace rdl::screen {
 namespace {
 
+using layout::IsVisible;
 using layout::LineStyle;
-
-bool IsVisible(layout::Color color) {
-    return color >> 24 != 0;
-}
 
 QColor ColorOf(layout::Color color) {
     return QColor::fromRgba(color);

@@ -8,45 +8,25 @@
 #include <pugixml.hpp>
 #include <utility>
 
+#include "rdl/api/xml_encoding.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
 #include "rdl/xml/parse.h"
 
 namespace rdl::xml {
 namespace {
 
-constexpr std::size_t LongestDeclaration = 1024;
+constexpr std::size_t LongestDeclaration = 1024, LongestEncodingName = 40;
 constexpr std::size_t ChunkSize = std::size_t{1} << 20;
 
 std::size_t LineAt(std::string_view text, std::size_t at) {
     return 1 + static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<long>(at), '\n'));
 }
 
-// The encoding that the declaration names; empty: there is none.
-std::string DeclaredEncoding(std::string_view bytes) {
-    const std::size_t end = bytes.substr(0, LongestDeclaration).find("?>");
-    if (!bytes.starts_with("<?xml") || end == std::string_view::npos) {
-        return {};
-    }
-    pugi::xml_document declaration;
-    declaration.load_buffer(bytes.data(), end + 2, pugi::parse_declaration | pugi::parse_fragment,
-                            pugi::encoding_utf8);
-    return declaration.first_child().attribute("encoding").value();
-}
-
-// Returns true for a name of a multi-byte encoding. The declaration was readable as bytes, so such a name is
-// wrong.
-bool IsOfWiderUnits(const std::string& encoding) {
-    const QString name = QString::fromStdString(encoding).toLower();
-    return name.startsWith("utf-16") || name.startsWith("utf-32") || name.startsWith("ucs-") ||
-           name.startsWith("iso-10646-ucs-") || name == "unicode";
-}
-
-// Unlike the names of elements in parse.cpp, that of an encoding is plain ASCII or wrong.
-std::string QuotedEncoding(const std::string& name) {
-    std::string text = name.substr(0, 40);
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
-    return "\"" + text + "\"";
+bool IsOfWiderUnits(std::string_view encoding) {
+    const std::string name = LowerAscii(encoding);
+    return name.starts_with("utf-16") || name.starts_with("utf-32") || name.starts_with("ucs-") ||
+           name.starts_with("iso-10646-ucs-") || name == "unicode";
 }
 
 struct Encoding {
@@ -63,7 +43,7 @@ Encoding EncodingOf(std::string_view bytes) {
         encoding.decoder = QStringDecoder(*marked);
     } else if (!marked) {
         const std::string declared = DeclaredEncoding(bytes);
-        if (!declared.empty() && !IsOfWiderUnits(declared)) {
+        if (!declared.empty()) {
             encoding.name = declared;
             encoding.decoder = QStringDecoder(declared.c_str());
             if (!encoding.decoder.isValid()) {
@@ -133,10 +113,24 @@ std::string_view WithoutByteOrderMark(std::string_view text) {
 
 }  // namespace
 
-bool IsXmlCharacter(char32_t character) {
-    return character >= 0x20 ? character < 0xD800 || (character >= 0xE000 && character < 0xFFFE) ||
-                                   (character >= 0x10000 && character <= 0x10FFFF)
-                             : character == '\t' || character == '\n' || character == '\r';
+std::string DeclaredEncoding(std::string_view bytes) {
+    const std::size_t end = bytes.substr(0, LongestDeclaration).find("?>");
+    if (!bytes.starts_with("<?xml") || end == std::string_view::npos) {
+        return {};
+    }
+    pugi::xml_document declaration;
+    declaration.load_buffer(bytes.data(), end + 2, pugi::parse_declaration | pugi::parse_fragment,
+                            pugi::encoding_utf8);
+    const std::string name = declaration.first_child().attribute("encoding").value();
+    return IsOfWiderUnits(name) ? std::string() : name;
+}
+
+// Unlike the names of elements in parse.cpp, that of an encoding is plain ASCII or wrong.
+std::string QuotedEncoding(std::string_view name) {
+    std::string text(name.substr(0, LongestEncodingName));
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
+    return "\"" + text + "\"";
 }
 
 std::string_view Utf8Of(std::string_view bytes, std::string& storage) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Converts the bytes of an XML file to UTF-8 (XML 1.0, sections 2.2 and 4.3.3, appendix F).
+// Converts the bytes of an XML file to UTF-8 (XML 1.0, section 4.3.3 and appendix F).
 #pragma once
 
 #include <QtCore/QStringConverter>
@@ -30,8 +30,5 @@ class PieceDecoder {
     QStringEncoder m_encoder{QStringEncoder::Utf8};
     std::string m_rest;  // of a character in UTF-8
 };
-
-// Whether XML 1.0 allows the character (production Char, section 2.2).
-bool IsXmlCharacter(char32_t character);
 
 }  // namespace rdl::xml

@@ -9,6 +9,7 @@
 #include <pugixml.hpp>
 #include <unordered_map>
 
+#include "rdl/api/xml_encoding.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
 #include "rdl/xml/decode.h"

@@ -28,7 +28,7 @@ std::string CheckedAlert(const std::string& text) {
 
 // A failure to write is otherwise only a line on standard error.
 void Save(const char* name, const std::string& value) {
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
+    ShellMod::WriteSetting(name, value);
     if (ShellMod::RequireSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, "") != value) {
         Refuse("The setting " + Quoted(name) + " cannot be written");
     }

@@ -14,6 +14,7 @@
 #include <QToolButton>
 
 #include "../report_text.h"
+#include "designer/document/editing.h"
 #include "support/form_driver.h"
 
 namespace designer {
@@ -130,6 +131,16 @@ TEST_F(FilterListTest, TheComparisonIsPickedFromAList) {
     EXPECT_THAT(text, HasSubstr("<FilterValue DataType=\"Integer\">100</FilterValue>"));
     EXPECT_THAT(text, HasSubstr("<FilterValue>200</FilterValue>"));
     EXPECT_THAT(text, HasSubstr("<!-- dear ones -->"));
+}
+
+TEST_F(FilterListTest, TheCaseOfAComparisonDoesNotMatter) {
+    m_model.Edit("Filter", [&](Document& document) {
+        SetText(document, document.Find(Set(), "Filters/Filter"), "Operator", "between");
+    });
+    Show();
+    TypeCell(0, 3, "200");
+    EXPECT_TRUE(m_list.IsComplete()) << Note();
+    EXPECT_THAT(Put(), HasSubstr("<FilterValue>200</FilterValue>"));
 }
 
 TEST_F(FilterListTest, WhatCannotBeIsRefused) {

@@ -58,6 +58,17 @@ TEST_F(MoreGraphics, ACategoryStandsBesideAnother) {
     EXPECT_EQ(ReadChartDesign(Model().Source(), Id("Chart1")).categories.size(), 1u);
 }
 
+TEST_F(MoreGraphics, EachSymbologyOfABarCodeIsOfferedByOneName) {
+    Run("insertBarCode");
+    InDialog("reportItem", [](QDialog& dialog) {
+        const QComboBox& names = List(dialog, "symbology");
+        EXPECT_EQ(names.count(), 26);
+        EXPECT_EQ(names.itemText(0), "Code128");
+        EXPECT_NE(names.findText("QRCode"), -1);
+        EXPECT_EQ(names.findText("QR", Qt::MatchFixedString), -1);
+    });
+}
+
 TEST_F(MoreGraphics, TheFileOfASubreportIsFoundAsARunFindsIt) {
     std::string detail = SalesReport();
     detail.insert(detail.find("</DataSets>") + 11,

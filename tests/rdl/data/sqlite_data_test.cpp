@@ -141,7 +141,7 @@ TEST_F(SqliteData, DataSetWithoutFieldsHasThoseOfItsQuery) {
 }
 
 TEST_F(SqliteData, TableDirectReadsTheTable) {
-    AddSet("orders", {"id"}).commandType = DataSet::CommandType::TableDirect;
+    AddSet("orders", {"id"}).commandType = QueryKind::Table;
     EXPECT_EQ(Rows(), "1 2 3");
 }
 

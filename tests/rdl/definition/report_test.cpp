@@ -251,10 +251,10 @@ TEST(ReportData, SetsKnowTheirCommandTypeAndWhatComparesTexts) {
             Ns2008);
     };
     const Definition procedure = Parse(set("StoredProcedure", "<CaseSensitivity>True</CaseSensitivity>"));
-    EXPECT_EQ(procedure.dataSets.at(0).commandType, DataSet::CommandType::StoredProcedure);
+    EXPECT_EQ(procedure.dataSets.at(0).commandType, QueryKind::StoredProcedure);
     EXPECT_TRUE(procedure.dataSets.at(0).caseSensitive);
     const Definition table = Parse(set("TableDirect", "<CaseSensitivity>Auto</CaseSensitivity>"));
-    EXPECT_EQ(table.dataSets.at(0).commandType, DataSet::CommandType::TableDirect);
+    EXPECT_EQ(table.dataSets.at(0).commandType, QueryKind::Table);
     EXPECT_FALSE(table.dataSets.at(0).caseSensitive);
     EXPECT_THAT(ErrorOf(set("Cube", "")), HasSubstr("CommandType: \"Cube\" is not known"));
 }

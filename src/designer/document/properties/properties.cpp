@@ -127,10 +127,10 @@ constexpr SizeBounds BoundsOfSizes[] = {
     {"PaddingTop", 0, 1000, "it is 0pt to 1000pt"},
     {"PaddingBottom", 0, 1000, "it is 0pt to 1000pt"},
     {"Border/Width", 0, 20, "it is 0pt to 20pt"},
-    {"HangingIndent", -LargestReportSize, LargestReportSize, "it is -455in to 455in"},
+    {"HangingIndent", -rdl::MaxSize, rdl::MaxSize, "it is -455in to 455in"},
 };
 // A line may run to the left and to the top.
-constexpr SizeBounds OfLines = {"", -LargestReportSize, LargestReportSize, "it is -455in to 455in"};
+constexpr SizeBounds OfLines = {"", -rdl::MaxSize, rdl::MaxSize, "it is -455in to 455in"};
 
 bool IsBetween(double points, const SizeBounds& bounds) {
     constexpr double Slack = 1e-6;
@@ -144,7 +144,7 @@ std::string ExpectedSize(const Property& property, std::string_view value, std::
         return "a size is a number with in, cm, mm, pt or pc: 2.5cm";
     }
     const bool isExtent = property.path == "Width" || property.path == "Height";
-    SizeBounds bounds = {"", 0, LargestReportSize, PositiveSizes};
+    SizeBounds bounds = {"", 0, rdl::MaxSize, PositiveSizes};
     if (isExtent && (element.empty() || element == "Line")) {
         bounds = OfLines;
     }

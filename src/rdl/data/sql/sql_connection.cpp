@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "rdl/api/query_kinds.h"
 #include "rdl/data/common/message.h"
 #include "rdl/data/sql/driver_handle.h"
 #include "rdl/data/sql/odbc_connection.h"
@@ -18,7 +19,6 @@ namespace rdl::data {
 namespace {
 
 constexpr int ConnectSeconds = 20;
-constexpr int MostSeconds = 1'000'000;
 
 QString DriverName(ProviderKind provider) {
     switch (provider) {
@@ -32,7 +32,7 @@ QString DriverName(ProviderKind provider) {
 }
 
 int SecondsOf(const SqlSource& source) {
-    return std::clamp(source.querySeconds, 1, MostSeconds);
+    return std::clamp(source.querySeconds, 1, MostQuerySeconds);
 }
 
 // "Verify Full", "verify-full" and VerifyFull are one.

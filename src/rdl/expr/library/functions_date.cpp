@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "rdl/expr/library/date_parts.h"
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
@@ -186,12 +187,6 @@ Value DatePart(const Call& call) {
         default:
             return Value::Integer(parts.second);
     }
-}
-
-template <int DateTimeParts::*Part>
-Value PartOf(const Call& call) {
-    std::int64_t ticks = 0;
-    return call.Date(0, ticks) ? Value::Integer(SplitTicks(ticks).*Part) : call.error;
 }
 
 Value DateSerial(const Call& call) {

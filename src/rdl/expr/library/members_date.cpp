@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "rdl/expr/library/date_parts.h"
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
@@ -13,12 +14,6 @@ namespace {
 
 constexpr std::int64_t TicksPerHour = 36'000'000'000, TicksPerMinute = 600'000'000,
                        TicksPerMillisecond = 10'000;
-
-template <int DateTimeParts::*Part>
-Value PartOf(const Call& call) {
-    std::int64_t ticks = 0;
-    return call.Date(0, ticks) ? Value::Integer(SplitTicks(ticks).*Part) : call.error;
-}
 
 // Parts that dates and time spans both have: a span's carry its sign.
 template <std::int64_t Unit, std::int64_t Whole, int DateTimeParts::*Part>

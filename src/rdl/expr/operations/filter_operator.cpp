@@ -17,27 +17,6 @@ namespace {
 
 using Op = FilterOperator;
 
-struct OperatorName {
-    std::string_view name;
-    Op op;
-};
-
-constexpr OperatorName Operators[] = {
-    {"Equal", Op::Equal},
-    {"NotEqual", Op::NotEqual},
-    {"LessThan", Op::Less},
-    {"LessThanOrEqual", Op::LessOrEqual},
-    {"GreaterThan", Op::Greater},
-    {"GreaterThanOrEqual", Op::GreaterOrEqual},
-    {"Like", Op::Like},
-    {"In", Op::In},
-    {"Between", Op::Between},
-    {"TopN", Op::Top},
-    {"BottomN", Op::Bottom},
-    {"TopPercent", Op::TopPercent},
-    {"BottomPercent", Op::BottomPercent},
-};
-
 constexpr std::size_t MostOperands = 100'000;
 
 // As the schema writes it: a point, no separators.
@@ -116,15 +95,6 @@ std::vector<bool> MarkFirst(const std::vector<Value>& values, std::size_t count,
 
 }  // namespace
 
-std::optional<FilterOperator> FindFilterOperator(std::string_view name) {
-    for (const OperatorName& known : Operators) {
-        if (EqualNoCase(known.name, name)) {
-            return known.op;
-        }
-    }
-    return std::nullopt;
-}
-
 int FilterRules::Order(const Value& value, const Value& operand) const {
     if (value.IsText() && operand.IsText()) {
         return caseSensitive ? value.AsText().compare(operand.AsText()) : Compare(value, operand);
@@ -147,15 +117,15 @@ bool FilterRules::IsLike(const Value& value, const Value& pattern) const {
 }
 
 FilterOperator CheckedFilterOperator(const std::string& name, std::size_t operands) {
-    const auto op = FindFilterOperator(name);
-    if (!op) {
+    const FilterOperatorRow* const known = FindFilterOperator(name);
+    if (!known) {
         throw Error("a filter has the unknown operator \"" + name + "\"");
     }
-    const std::size_t least = op == Op::Between ? 2 : 1;
-    if (operands < least || operands > (op == Op::In ? MostOperands : least)) {
+    const std::size_t least = FilterValuesNeeded(known->op);
+    if (operands < least || operands > (known->op == Op::In ? MostOperands : least)) {
         throw Error("a filter with " + name + " has " + std::to_string(operands) + " values");
     }
-    return *op;
+    return known->op;
 }
 
 bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& value, std::size_t operands,

@@ -1,38 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Filters of data sets, data regions and groups (MS-RDL, Filter): the operators, how values compare, and what
-// passes. The caller evaluates the expressions.
+// Filters of data sets, data regions and groups (MS-RDL, Filter): how values compare, and what passes. The
+// caller evaluates the expressions.
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "rdl/api/filter_operators.h"
 #include "rdl/format/format.h"
 #include "rdl/values/value.h"
 
 namespace rdl::expr {
-
-enum class FilterOperator : std::uint8_t {
-    Equal,
-    NotEqual,
-    Less,
-    LessOrEqual,
-    Greater,
-    GreaterOrEqual,
-    Like,
-    In,
-    Between,
-    Top,  // from here on operators rank the candidates
-    Bottom,
-    TopPercent,
-    BottomPercent,
-};
-
-// Returns nullopt if there is no such operator.
-std::optional<FilterOperator> FindFilterOperator(std::string_view name);
 
 inline bool Ranks(FilterOperator op) {
     return op >= FilterOperator::Top;

@@ -16,10 +16,6 @@ using Segment = PathOp::Segment;
 
 constexpr double Pi = std::numbers::pi;
 
-bool IsVisible(const Border& border) {
-    return border.style != LineStyle::None && border.width > 0 && border.color >> 24;
-}
-
 text::FontId FontOf(const CharStyle& style) {
     return text::FindFont({style.family, style.bold, style.italic});
 }

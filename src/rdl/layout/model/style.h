@@ -52,6 +52,13 @@ struct Border {
     bool operator==(const Border&) const = default;
 };
 
+constexpr bool IsVisible(Color color) {
+    return color >> 24 != 0;
+}
+constexpr bool IsVisible(const Border& border) {
+    return border.style != LineStyle::None && border.width > 0 && IsVisible(border.color);
+}
+
 enum class HAlign : std::uint8_t {
     General,
     Left,

@@ -4,17 +4,22 @@
 #include <charconv>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {
 
-struct Unit {
-    std::string_view name;
-    double points;
-};
-constexpr Unit Units[] = {{"pt", 1},         {"in", 72}, {"cm", 72 / 2.54},
-                          {"mm", 72 / 25.4}, {"pc", 12}, {"px", 0.75}};
+constexpr SizeUnit Pixel{"px", 0.75};
+
+const SizeUnit* FindUnit(std::string_view name) {
+    for (const SizeUnit& known : SizeUnits) {
+        if (EqualNoCase(name, known.name)) {
+            return &known;
+        }
+    }
+    return EqualNoCase(name, Pixel.name) ? &Pixel : nullptr;
+}
 
 }  // namespace
 
@@ -28,14 +33,12 @@ bool ParseSize(std::string_view text, double& points) {
     if (error != std::errc() || !std::isfinite(number)) {
         return false;
     }
-    const std::string_view unit = Trimmed(text.substr(static_cast<std::size_t>(end - text.data())));
-    for (const Unit& known : Units) {
-        if (EqualNoCase(unit, known.name)) {
-            points = number * known.points;
-            return std::abs(points) < 1e6;
-        }
+    const SizeUnit* const unit = FindUnit(Trimmed(text.substr(static_cast<std::size_t>(end - text.data()))));
+    if (!unit) {
+        return false;
     }
-    return false;
+    points = number * unit->points;
+    return std::abs(points) < 1e6;
 }
 
 }  // namespace rdl::layout

@@ -9,10 +9,6 @@ namespace {
 
 const CharStyle DefaultStyle;
 
-bool IsVisible(const Border& border) {
-    return border.style != LineStyle::None && border.width > 0 && border.color >> 24;
-}
-
 // One of the two colours of a relief.
 Color Shaded(Color color, bool isDark) {
     Color shaded = color & 0xFF000000;

@@ -27,7 +27,7 @@ struct ItemPlan;
 
 struct FilterPlan {
     Property expression;
-    expr::FilterOperator op = expr::FilterOperator::Equal;
+    FilterOperator op = FilterOperator::Equal;
     std::vector<Property> values;
 };
 

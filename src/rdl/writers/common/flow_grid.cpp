@@ -7,6 +7,7 @@
 
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
+#include "rdl/writers/common/extent.h"
 
 namespace rdl::writers {
 namespace {
@@ -44,10 +45,10 @@ double UnbrokenHeight(const Instance& item) {
 }  // namespace
 
 FlowExtent::FlowExtent(const Instance& item, double x, double y)
-    : left(Bounded(x + std::min(item.x, item.x + item.width))),
-      top(Bounded(y + std::min(item.y, item.y + item.height))),
-      right(Bounded(x + std::max(item.x, item.x + item.width))),
-      bottom(Bounded(y + std::max(item.y, item.y + item.height))) {}
+    : left(Bounded(x + Left(item))),
+      top(Bounded(y + Top(item))),
+      right(Bounded(x + Right(item))),
+      bottom(Bounded(y + Bottom(item))) {}
 
 bool HasLook(const Instance& item) {
     if (!item.box) {

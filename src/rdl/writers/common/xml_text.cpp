@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/common/xml_text.h"
 
+#include "rdl/api/xml_encoding.h"
 #include "rdl/values/utf8.h"
 #include "rdl/writers/common/escape.h"
-#include "rdl/xml/decode.h"
 
 namespace rdl::writers {
 namespace {

@@ -7,6 +7,7 @@
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/common/edges.h"
+#include "rdl/writers/common/extent.h"
 #include "rdl/writers/html/text.h"
 
 namespace rdl::writers {
@@ -43,16 +44,6 @@ constexpr double ListIndent = 18, ListHang = 13.5;
 
 HAlign BoxAlign(const Instance& item) {
     return AlignmentOf(item, item.paragraphs.empty() ? HAlign::General : item.paragraphs.front().align);
-}
-
-double Bottom(const Instance& item) {
-    return item.y + std::max(item.height, 0.0);
-}
-double Right(const Instance& item) {
-    return std::max(item.x, item.x + item.width);
-}
-double Top(const Instance& item) {
-    return item.height < 0 ? item.y + item.height : item.y;
 }
 
 void AppendTracks(const Edges& edges, const std::vector<bool>& grows, std::string& css) {

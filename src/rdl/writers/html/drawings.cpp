@@ -12,14 +12,11 @@ namespace rdl::writers {
 namespace {
 
 using layout::Color;
+using layout::IsVisible;
 using layout::LineStyle;
 
 constexpr std::size_t LongestShared = 8u << 10, MostShared = 1000;
 constexpr double ThinnestLine = 0.25;  // a width of 0 is a hairline elsewhere and nothing in SVG
-
-bool IsVisible(Color color) {
-    return color >> 24 != 0;
-}
 
 // Writes the objects of one drawing, in drawing order.
 class SvgObjects {

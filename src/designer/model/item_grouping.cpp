@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/model/grouping.h"
+#include "designer/model/item_grouping.h"
 
 #include <algorithm>
 #include <iterator>
@@ -9,6 +9,7 @@
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
+#include "designer/document/xml_text.h"
 #include "designer/model/placing.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/tracks.h"
@@ -23,8 +24,8 @@ Rect Normal(const Rect& place) {
 }
 
 std::string RectangleXml(const Document& document, const Rect& place, int order) {
-    const auto size = [&](const std::string& name, double points) {
-        return "<" + name + ">" + SizeOfReport(document, points) + "</" + name + ">";
+    const auto size = [&](std::string_view name, double points) {
+        return LeafOf(name, SizeOfReport(document, points));
     };
     return "<Rectangle Name=\"" + UniqueName(document, "Rectangle1") + "\"><ReportItems></ReportItems>" +
            (IsOlderSchema(document) ? "" : "<KeepTogether>true</KeepTogether>") + size("Top", place.top) +

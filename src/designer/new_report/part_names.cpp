@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/new_report/names.h"
+#include "designer/new_report/part_names.h"
 
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/panes/group_dialog.h"
+#include "designer/panes/new_group_dialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,8 +15,8 @@
 
 namespace designer {
 
-GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis,
-                         bool hasBands, const Ask& ask, QWidget* parent)
+NewGroupDialog::NewGroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis,
+                               bool hasBands, const Ask& ask, QWidget* parent)
     : QDialog(parent),
       m_fields(fields),
       m_expression(new QComboBox(this)),
@@ -29,7 +29,7 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_expression->setEditable(true);
     m_expression->setInsertPolicy(QComboBox::NoInsert);
     // The box keeps Enter to itself; here it takes the dialog as it is.
-    connect(m_expression->lineEdit(), &QLineEdit::returnPressed, this, &GroupDialog::accept);
+    connect(m_expression->lineEdit(), &QLineEdit::returnPressed, this, &NewGroupDialog::accept);
     m_expression->setMinimumWidth(fontMetrics().averageCharWidth() * 45);
     for (const std::string& field : fields) {
         m_expression->addItem(QString::fromStdString(FieldValue(field)));
@@ -37,7 +37,7 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_header->setObjectName("chkHeader");
     m_footer->setObjectName("chkFooter");
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &GroupDialog::accept);
+    connect(buttons, &QDialogButtonBox::accepted, this, &NewGroupDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QFormLayout(this);
     auto* line = new QHBoxLayout;
@@ -63,7 +63,7 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_expression->setFocus();
 }
 
-QToolButton* GroupDialog::ExpressionButton(const Ask& ask) {
+QToolButton* NewGroupDialog::ExpressionButton(const Ask& ask) {
     auto* button = new QToolButton(this);
     button->setObjectName("btnExpression");
     button->setText(tr("fx"));
@@ -79,7 +79,7 @@ QToolButton* GroupDialog::ExpressionButton(const Ask& ask) {
     return button;
 }
 
-void GroupDialog::accept() {
+void NewGroupDialog::accept() {
     const std::string text = m_expression->currentText().trimmed().toStdString();
     const auto field = std::find_if(m_fields.begin(), m_fields.end(),
                                     [&text](const std::string& name) { return SameText(name, text); });
@@ -94,7 +94,7 @@ void GroupDialog::accept() {
     QDialog::accept();
 }
 
-NewGroup GroupDialog::Group() const {
+NewGroup NewGroupDialog::Group() const {
     return {m_expression->currentText().trimmed().toStdString(), m_header->isChecked(),
             m_footer->isChecked()};
 }

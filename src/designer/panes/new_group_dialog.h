@@ -17,15 +17,15 @@ class QToolButton;
 
 namespace designer {
 
-class GroupDialog : public QDialog {
+class NewGroupDialog : public QDialog {
     Q_OBJECT
  public:
     // Lets the user change an expression in a dialog of its own. Returns nullopt if the user cancels.
     using Ask = std::function<std::optional<std::string>(const std::string& value, QWidget* parent)>;
 
     // `hasBands`: a header and a footer can be chosen. Without `ask` there is no button for an expression.
-    GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis, bool hasBands,
-                const Ask& ask, QWidget* parent = nullptr);
+    NewGroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis, bool hasBands,
+                   const Ask& ask, QWidget* parent = nullptr);
     NewGroup Group() const;
     // The name of a field stands for its value. Any other text that is no expression is refused, and the
     // dialog stays.

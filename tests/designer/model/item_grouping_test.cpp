@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/model/grouping.h"
+#include "designer/model/item_grouping.h"
 
 #include <gtest/gtest.h>
 
