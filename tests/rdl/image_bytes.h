@@ -19,4 +19,11 @@ inline std::string FileOf(const QImage& image, const char* format) {
     return bytes.toStdString();
 }
 
+// A picture of 8 by 4 pixels in one colour.
+inline std::string SmallPicture(const char* format) {
+    QImage image(8, 4, QImage::Format_RGB32);
+    image.fill(0x336699);
+    return FileOf(image, format);
+}
+
 }  // namespace rdl

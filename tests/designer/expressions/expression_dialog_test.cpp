@@ -7,7 +7,6 @@
 
 #include <QAbstractItemView>
 #include <QClipboard>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -15,8 +14,8 @@
 #include <algorithm>
 
 #include "../report_text.h"
+#include "../shown_dialog.h"
 #include "../window/answered_box.h"
-#include "support/form_driver.h"
 #include "support/temporary_folder.h"
 
 namespace designer {
@@ -29,7 +28,7 @@ std::string Report(const std::string& other = {}) {
         test::SectionsText(test::TextboxText("Total", "=1") + other));
 }
 
-class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
+class ExpressionDialogTest : public test::ShownDialogTest {
  protected:
     explicit ExpressionDialogTest(const std::string& report = Report()) : m_model(Document(report)) {
         Open();
@@ -43,24 +42,16 @@ class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
         const std::vector<PropertyRow> rows = PropertyRowsOf(m_model, box);
         const auto value = std::find_if(rows.begin(), rows.end(),
                                         [](const PropertyRow& row) { return row.property->name == "Value"; });
-        m_dialog = std::make_unique<ExpressionDialog>(m_model, std::vector{box}, *value);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
+        Show(std::make_unique<ExpressionDialog>(m_model, std::vector{box}, *value));
     }
     std::string Text() const { return The<QPlainTextEdit>("expression").toPlainText().toStdString(); }
-    std::string Note() const { return The<QLabel>("expressionNote").text().toStdString(); }
     // What is marked as wrong.
     std::string Marked() const {
         const auto marks = The<QPlainTextEdit>("expression").extraSelections();
         return marks.isEmpty() ? "" : marks.front().cursor.selectedText().toStdString();
     }
     void WaitForNote() const {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !Note().empty(); }));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !Note("expression").empty(); }));
     }
     std::string Written() const {
         const std::string& text = m_model.Source().Text();
@@ -94,7 +85,6 @@ class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
     }
 
     DesignModel m_model;
-    std::unique_ptr<ExpressionDialog> m_dialog;
 };
 
 class ValueOfAnExpression : public ExpressionDialogTest {
@@ -126,13 +116,13 @@ TEST_F(ExpressionDialogTest, WhatIsTypedIsCheckedAndItsFaultIsMarked) {
     EXPECT_EQ(Text(), "=1");
     Type("expression", "=1 + Amuont");
     WaitForNote();
-    EXPECT_EQ(Note(), "Textbox Total, Value: the name \"Amuont\" is not known, at character 6");
+    EXPECT_EQ(Note("expression"), "Textbox Total, Value: the name \"Amuont\" is not known, at character 6");
     EXPECT_EQ(Marked(), "A");
     QGuiApplication::clipboard()->setText(QString::fromUtf8("=\"\u00FC\u4E2D\" + Bmuont"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Note().ends_with(" 9"); }));
-    EXPECT_EQ(Note(), "Textbox Total, Value: the name \"Bmuont\" is not known, at character 9");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Note("expression").ends_with(" 9"); }));
+    EXPECT_EQ(Note("expression"), "Textbox Total, Value: the name \"Bmuont\" is not known, at character 9");
     EXPECT_EQ(Marked(), "B");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "expression");
     Ok();
@@ -187,7 +177,7 @@ TEST_F(ExpressionDialogTest, ATipIsThePromptOfAParameterAndNoHtml) {
 TEST_F(ExpressionDialogTest, AFieldThatIsNotThereIsNamed) {
     Type("expression", "=Fields!Amuont.Value");
     Ok();
-    EXPECT_EQ(Note(),
+    EXPECT_EQ(Note("expression"),
               "Textbox Total, Value: there is no field \"Amuont\" in data set \"Orders\", at character 9");
     EXPECT_EQ(Written(), "=1");
 }
@@ -202,7 +192,7 @@ TEST_F(ExpressionDialogTest, WhatStaysAsItIsChangesNothing) {
 TEST_F(ExpressionInAFaultyReport, NothingIsCheckedAndThatIsTold) {
     Type("expression", "=1 +");
     WaitForNote();
-    EXPECT_EQ(Note(),
+    EXPECT_EQ(Note("expression"),
               "Not checked, as the report has another fault: Textbox Bad, Value: the name \"Foo\" is not "
               "known, at character 2");
     Ok();
@@ -236,7 +226,7 @@ TEST_F(ExpressionDialogTest, EscapeClosesTheNamesOnly) {
     EXPECT_THAT(Offered(), testing::Contains("Sum(value[, scope])"));
     Press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_THAT(Offered(), testing::IsEmpty());
-    EXPECT_NE(Note(), "") << "Ctrl+Return is OK, which does not take this";
+    EXPECT_NE(Note("expression"), "") << "Ctrl+Return is OK, which does not take this";
 }
 
 TEST_F(ExpressionDialogTest, EscapeClosesTheHelpForArgumentsAndThenAsks) {

@@ -14,8 +14,8 @@
 #include <QToolButton>
 
 #include "../report_text.h"
+#include "../shown_dialog.h"
 #include "designer/document/editing.h"
-#include "support/form_driver.h"
 
 namespace designer {
 namespace {
@@ -57,15 +57,7 @@ class FilterListTest : public testing::Test, protected fakes::FormDriver {
     QWidget* Form() const override { return const_cast<FilterList*>(&m_list); }
     QTableWidget& Table() const { return The<QTableWidget>("filters"); }
     void TypeCell(int row, int column, const char* text) const {
-        Table().setFocus();
-        Table().setCurrentCell(row, column);
-        QTest::keyClick(&Table(), Qt::Key_F2);
-        QWidget* editor = QApplication::focusWidget();
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(editor, Qt::Key_Delete);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QApplication::processEvents();
+        test::TypeInCell(Table(), row, column, text);
     }
     void Press(const char* button) const { QTest::mouseClick(&The<QToolButton>(button), Qt::LeftButton); }
     std::string Note() const { return The<QLabel>("filtersNote").text().toStdString(); }

@@ -12,6 +12,7 @@
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
 #include "rdl/api/report.h"
+#include "rdl/string_output.h"
 #include "support/temporary_folder.h"
 
 namespace designer::test {
@@ -38,24 +39,14 @@ inline std::string SalesReport(const std::string& items = {}, const std::string&
            "<PageWidth>21cm</PageWidth></Page></ReportSection></ReportSections></Report>";
 }
 
-class Text : public rdl::Output {
- public:
-    using rdl::Output::Write;
-    void Write(const char* data, std::size_t size) override { m_text.append(data, size); }
-    const std::string& Get() const { return m_text; }
-
- private:
-    std::string m_text;
-};
-
 // The report as the engine exports it, or the error.
 inline std::string Exported(const Document& document, rdl::DocumentFormat format) {
     const TemporaryFolder folder;
     WriteBytes(folder / "sales.rdl", document.Bytes());
     try {
-        Text text;
+        rdl::StringOutput text;
         rdl::OpenReport(folder / "sales.rdl")->Write(format, text);
-        return text.Get();
+        return text.bytes;
     } catch (const std::exception& error) {
         return error.what();
     }

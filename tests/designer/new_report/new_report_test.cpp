@@ -6,6 +6,7 @@
 
 #include "designer/new_report/themes.h"
 #include "rdl/api/report.h"
+#include "rdl/string_output.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 
@@ -22,16 +23,6 @@ constexpr const char* Sales =
     "South,Italy,Conti,2025-03-02,10,0.20\n"
     "North,Sweden,Dahl,2025-03-04,4,80.30\n"
     "North,Norway,Vik,2025-04-01,1,3.05\n";
-
-class Text : public rdl::Output {
- public:
-    using rdl::Output::Write;
-    void Write(const char* data, std::size_t size) override { m_text.append(data, size); }
-    const std::string& Get() const { return m_text; }
-
- private:
-    std::string m_text;
-};
 
 class NewReports : public testing::Test {
  protected:
@@ -53,9 +44,9 @@ class NewReports : public testing::Test {
         WriteBytes(m_folder / "sales.rdl", NewReportText(m_report));
         const std::shared_ptr<rdl::Report> report = rdl::OpenReport(m_folder / "sales.rdl");
         EXPECT_EQ(report->Title(), m_report.title);
-        Text text;
+        rdl::StringOutput text;
         report->Write(format, text);
-        return text.Get();
+        return text.bytes;
     }
     // The texts of the pages.
     std::vector<std::string> Pages() const {

@@ -5,14 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <regex>
 #include <set>
 
+#include "../shown_dialog.h"
 #include "../window/answered_box.h"
 #include "designer/report_dialogs/code_editor.h"
-#include "support/form_driver.h"
 #include "support/source_dir.h"
 #include "support/temporary_folder.h"
 
@@ -47,25 +46,16 @@ const std::string Twice =
     "  <Code><![CDATA[Function Twice(n As Integer) As Integer\r\n"
     "    Return 2 * n ' or n & n < 3\r\nEnd Function]]></Code>\n";
 
-class CodeDialogTest : public testing::Test, protected fakes::FormDriver {
+class CodeDialogTest : public test::ShownDialogTest {
  protected:
     void Open(const std::string& report) {
         m_model.SetDocument(Document(report));
-        m_dialog = std::make_unique<CodeDialog>(m_model);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+        Show(std::make_unique<CodeDialog>(m_model));
     }
-    QWidget* Form() const override { return m_dialog.get(); }
     CodeEditor& Editor() const { return The<CodeEditor>("code"); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    std::string Note() const { return The<QLabel>("codeNote").text().toStdString(); }
     const std::string& Text() const { return m_model.Source().Text(); }
 
     DesignModel m_model{Document(Report(""))};
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 TEST_F(CodeDialogTest, OkWithoutAChangeChangesNothing) {
@@ -100,7 +90,7 @@ TEST_F(CodeDialogTest, LinesAreTypedAndIndentedAsTheOneBefore) {
     QTest::keyClick(&Editor(), Qt::Key_Backtab, Qt::ShiftModifier);
     QTest::keyClicks(&Editor(), "End Function");
     QTest::keyClick(&Editor(), Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note("code");
     EXPECT_THAT(Text(), HasSubstr("  <Code>Function Half(n As Double) As Double\n    Return n / 2\n"
                                   "End Function</Code>\n</Report>"));
     EXPECT_EQ(m_model.Source().UndoName(), "Change Code");
@@ -112,7 +102,7 @@ TEST_F(CodeDialogTest, AFaultIsShownAtItsLine) {
     QTest::keyClicks(&Editor(), "Retrn 1 +");
     QTest::qWait(500);
     EXPECT_EQ(Editor().MarkedLine(), 2);
-    EXPECT_EQ(Note(),
+    EXPECT_EQ(Note("code"),
               "Code, line 2: \"Retrn\" is no statement that the code of a report can use, and no variable "
               "or function of it");
     Editor().setCursorPosition(0, 0);
@@ -145,7 +135,7 @@ TEST_F(CodeDialogTest, AFunctionThatIsUsedIsMissed) {
     QTest::keyClick(&Editor(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&Editor(), Qt::Key_Delete);
     QTest::qWait(500);
-    EXPECT_EQ(Note(), "Textbox Total, Value: the report has no code of its own, at character 7");
+    EXPECT_EQ(Note("code"), "Textbox Total, Value: the report has no code of its own, at character 7");
 }
 
 TEST_F(CodeDialogTest, AFaultElsewhereIsNoReasonToRefuse) {
@@ -153,7 +143,7 @@ TEST_F(CodeDialogTest, AFaultElsewhereIsNoReasonToRefuse) {
     QTest::keyClicks(&Editor(), "' once");
     QTest::keyClick(&Editor(), Qt::Key_Return);
     QTest::qWait(500);
-    EXPECT_THAT(Note(), HasSubstr("Not checked, as the report has another fault: "));
+    EXPECT_THAT(Note("code"), HasSubstr("Not checked, as the report has another fault: "));
     test::Answer([this] { QTest::keyClick(&Editor(), Qt::Key_Escape); }, "Discard");
     EXPECT_FALSE(m_dialog->isVisible());
 }

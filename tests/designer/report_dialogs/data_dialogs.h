@@ -5,17 +5,12 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <QComboBox>
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QTabWidget>
 #include <QTableWidget>
 
 #include "../report_text.h"
+#include "../shown_dialog.h"
 #include "designer/model/design_model.h"
-#include "support/form_driver.h"
 #include "support/temporary_folder.h"
 
 namespace designer::test {
@@ -27,7 +22,7 @@ inline const std::string Sales =
                SetText("Orders", "Sales", CommandText("select id from orders"),
                        FieldText("Number", "id", "          <rd:TypeName>System.Int64</rd:TypeName>\n")));
 
-class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
+class DataDialogsTest : public ShownDialogTest {
  protected:
     DataDialogsTest() : m_model(Document(Sales)) {
         m_model.SetFile(m_folder / "sales.rdl");
@@ -41,35 +36,9 @@ class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
     }
     template <typename Dialog>
     void Open() {
-        m_dialog = std::make_unique<Dialog>(m_model);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    std::string Line(const char* name) const { return The<QLineEdit>(name).text().toStdString(); }
-    std::string Note(const char* control) const {
-        return The<QLabel>((std::string(control) + "Note").c_str()).text().toStdString();
+        Show(std::make_unique<Dialog>(m_model));
     }
     void Page(int index) const { The<QTabWidget>("setTabs").setCurrentIndex(index); }
-    void TypeCell(const char* table, int row, int column, const char* text) const {
-        auto& cells = The<QTableWidget>(table);
-        cells.setFocus();
-        cells.setCurrentCell(row, column);
-        QTest::keyClick(&cells, Qt::Key_F2);
-        TypeInEditor(text);
-    }
-    static void TypeInEditor(const char* text) {
-        QWidget* editor = QApplication::focusWidget();
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(editor, Qt::Key_Delete);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QApplication::processEvents();
-    }
     std::string Rows(const char* table) const {
         const auto& cells = The<QTableWidget>(table);
         QStringList rows;
@@ -91,12 +60,12 @@ class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
             TypeCell(table, row, column, cells[static_cast<std::size_t>(column)]);
         }
     }
+    // Picks a whole entry: characters that follow each other closely are one search of the list.
     void Pick(const char* list, const char* entry) const { The<QComboBox>(list).setCurrentText(entry); }
     const Document& Report() const { return m_model.Source(); }
 
     const TemporaryFolder m_folder;
     DesignModel m_model;
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 }  // namespace designer::test

@@ -6,13 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <algorithm>
 
-#include "support/form_driver.h"
+#include "../shown_dialog.h"
 
 namespace designer {
 namespace {
@@ -37,28 +36,15 @@ std::string Report(const std::string& more, const char* schema = "2010/01") {
                      "      <Page/>\n    </ReportSection>\n  </ReportSections>\n</Report>\n";
 }
 
-class LinksDialogTest : public testing::Test, protected fakes::FormDriver {
+class LinksDialogTest : public test::ShownDialogTest {
  protected:
     void Open(const std::string& report) {
         m_model.SetDocument(Document(report));
-        m_dialog = std::make_unique<LinksDialog>(m_model, std::vector{m_model.Items().items.front().id});
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+        Show(std::make_unique<LinksDialog>(m_model, std::vector{m_model.Items().items.front().id}));
     }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    void Pick(const char* list, const char* entry) const {
-        The<QComboBox>(list).setFocus();
-        QTest::keyClicks(&The<QComboBox>(list), entry);
-    }
-    std::string Note() const { return The<QLabel>("targetNote").text().toStdString(); }
     const std::string& Text() const { return m_model.Source().Text(); }
 
     DesignModel m_model{Document(Report(""))};
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 const std::string Drill = R"(            <ActionInfo>
@@ -98,7 +84,7 @@ TEST_F(LinksDialogTest, EverythingIsAddedInOneStep) {
     Type("toolTip", "Our logo");
     Type("bookmark", "logo");
     Ok();
-    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note("target");
     EXPECT_EQ(m_model.Source().UndoName(), "Change Link of Logo");
     EXPECT_EQ(m_model.Source().UndoCount(), 1U);
     EXPECT_THAT(Text(), HasSubstr(R"(
@@ -149,7 +135,7 @@ TEST_F(LinksDialogTest, AnOldReportHasItsOwnElements) {
     Type("target", "=Globals!ReportName");
     Type("label", "Logo");
     Ok();
-    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note("target");
     EXPECT_THAT(
         Text(),
         HasSubstr("            <Action>\n                  <Hyperlink>=Globals!ReportName</Hyperlink>\n"
@@ -160,18 +146,18 @@ TEST_F(LinksDialogTest, WhatCannotBeIsRefused) {
     Open(Report(""));
     Pick("kind", "Op");
     Ok();
-    EXPECT_EQ(Note(), "Type where the link leads to, or pick \"Nothing\"");
+    EXPECT_EQ(Note("target"), "Type where the link leads to, or pick \"Nothing\"");
     EXPECT_TRUE(The<QLineEdit>("target").hasFocus());
     Type("target", "=Fields!Nothing.Value");
     Ok();
-    EXPECT_THAT(Note(), HasSubstr("Image Logo"));
+    EXPECT_THAT(Note("target"), HasSubstr("Image Logo"));
     QTest::keyClick(&The<QComboBox>("kind"), Qt::Key_End);
     Type("target", "Detail");
     The<QTableWidget>("linkParameters").setFocus();
     QTest::keyClick(&The<QTableWidget>("linkParameters"), Qt::Key_Insert);
     QTest::keyClicks(QApplication::focusWidget(), "a b");
     Ok();
-    EXPECT_EQ(Note(), "\"a b\" is no name of a parameter");
+    EXPECT_EQ(Note("target"), "\"a b\" is no name of a parameter");
     EXPECT_EQ(Text(), Report(""));
 }
 

@@ -6,11 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 
-#include "support/form_driver.h"
+#include "../shown_dialog.h"
 
 namespace designer {
 namespace {
@@ -38,35 +37,17 @@ const std::string A4 = Report(R"(      <Page>
       </Page>
 )");
 
-class PageDialogTest : public testing::Test, protected fakes::FormDriver {
+class PageDialogTest : public test::ShownDialogTest {
  protected:
     PageDialogTest() : m_model(Document(A4)) { Open(); }
-    void Open() {
-        m_dialog = std::make_unique<PageDialog>(m_model);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
+    void Open() { Show(std::make_unique<PageDialog>(m_model)); }
     void Use(const std::string& report) {
         m_model.SetDocument(Document(report));
         Open();
     }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    std::string Line(const char* name) const { return The<QLineEdit>(name).text().toStdString(); }
-    std::string Note(const char* of) const {
-        return The<QLabel>((std::string(of) + "Note").c_str()).text().toStdString();
-    }
-    void Pick(const char* list, const char* entry) const {
-        The<QComboBox>(list).setFocus();
-        QTest::keyClicks(&The<QComboBox>(list), entry);
-    }
     const std::string& Text() const { return m_model.Source().Text(); }
 
     DesignModel m_model;
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 TEST_F(PageDialogTest, OkWithoutAChangeChangesNothing) {

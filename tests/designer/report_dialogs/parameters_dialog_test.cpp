@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -15,7 +14,7 @@
 #include <QTableWidget>
 
 #include "../report_text.h"
-#include "support/form_driver.h"
+#include "../shown_dialog.h"
 
 namespace designer {
 namespace {
@@ -76,22 +75,15 @@ const std::string Cells = R"(  <ReportParametersLayout>
 )";
 const std::string Both = ReportWith(Parameters + Cells);
 
-class ParametersDialogTest : public testing::Test, protected fakes::FormDriver {
+class ParametersDialogTest : public test::ShownDialogTest {
  protected:
     ParametersDialogTest() : m_model(Document(Both)) { Open(); }
     void Open(const char* name = "", bool isNew = false) {
-        m_dialog = std::make_unique<ParametersDialog>(m_model, name, isNew);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+        Show(std::make_unique<ParametersDialog>(m_model, name, isNew));
     }
     void Use(const std::string& report) {
         m_model.SetDocument(Document(report));
         Open();
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
     }
     void Page(int index) const { The<QTabWidget>("parameterTabs").setCurrentIndex(index); }
     void Pick(const char* list, int index) const {
@@ -102,25 +94,11 @@ class ParametersDialogTest : public testing::Test, protected fakes::FormDriver {
             QTest::keyClick(&box, Qt::Key_Down);
         }
     }
-    void TypeCell(const char* table, int row, int column, const char* text) const {
-        auto& cells = The<QTableWidget>(table);
-        cells.setFocus();
-        cells.setCurrentCell(row, column);
-        QTest::keyClick(&cells, Qt::Key_F2);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(QApplication::focusWidget(), text);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QApplication::processEvents();
-    }
     void Press(const char* button) const { QTest::mouseClick(&The<QAbstractButton>(button), Qt::LeftButton); }
-    std::string Note(const char* of) const {
-        return The<QLabel>((std::string(of) + "Note").c_str()).text().toStdString();
-    }
     QListWidget& List() const { return The<QListWidget>("parameters"); }
     const std::string& Text() const { return m_model.Source().Text(); }
 
     DesignModel m_model;
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 TEST_F(ParametersDialogTest, OkWithoutAChangeChangesNothing) {

@@ -6,14 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
-#include <QDialogButtonBox>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <cstdint>
 
-#include "support/form_driver.h"
+#include "../shown_dialog.h"
 #include "support/temporary_folder.h"
 
 namespace designer {
@@ -85,28 +84,22 @@ std::string Report() {
 )";
 }
 
-class PicturesDialogTest : public testing::Test, protected fakes::FormDriver {
+class PicturesDialogTest : public test::ShownDialogTest {
  protected:
-    PicturesDialogTest() : m_model(Document(Report())), m_dialog(m_model, "") {
-        m_dialog.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_dialog));
-    }
-    QWidget* Form() const override { return const_cast<PicturesDialog*>(&m_dialog); }
-    void Ok() {
-        QTest::mouseClick(m_dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
+    PicturesDialogTest() : m_model(Document(Report())) {
+        Show(std::make_unique<PicturesDialog>(m_model, ""));
     }
     QString File(const char* name, const QByteArray& bytes) const {
         WriteBytes(m_folder / name, bytes.toStdString());
         return QString::fromStdString((m_folder / name).string());
     }
+    bool AddFile(const QString& file) const { return static_cast<PicturesDialog&>(*m_dialog).AddFile(file); }
     std::string Label(const char* name) const { return The<QLabel>(name).text().toStdString(); }
     QListWidget& List() const { return The<QListWidget>("pictures"); }
     const std::string& Text() const { return m_model.Source().Text(); }
 
     const TemporaryFolder m_folder;
     DesignModel m_model;
-    PicturesDialog m_dialog;
 };
 
 TEST_F(PicturesDialogTest, PicturesAreShownWithWhatUsesThem) {
@@ -117,16 +110,16 @@ TEST_F(PicturesDialogTest, PicturesAreShownWithWhatUsesThem) {
     EXPECT_EQ(Label("picture"), "No picture that can be shown");
     EXPECT_EQ(Label("about"), "image/png, 0 bytes\nNot used");
     Ok();
-    EXPECT_EQ(m_dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
     EXPECT_EQ(Text(), Report());
     EXPECT_EQ(m_model.Source().UndoCount(), 0U);
 }
 
 TEST_F(PicturesDialogTest, APictureIsAddedFromAFile) {
     const QByteArray bytes = Png(400, 300);
-    EXPECT_TRUE(m_dialog.AddFile(File("my tree.png", bytes)));
+    EXPECT_TRUE(AddFile(File("my tree.png", bytes)));
     EXPECT_EQ(The<QLineEdit>("name").text(), "mytree");
-    EXPECT_TRUE(m_dialog.AddFile(File("Tree.png", bytes)));
+    EXPECT_TRUE(AddFile(File("Tree.png", bytes)));
     EXPECT_EQ(The<QLineEdit>("name").text(), "Tree2");
     Ok();
     EXPECT_THAT(Text(),
@@ -166,15 +159,15 @@ TEST_F(PicturesDialogTest, WhatCannotBeIsRefused) {
               "\"a b\" is not a valid name: names begin with a letter or _ and continue with letters, digits "
               "and _");
     const QString text = File("text.png", "no picture");
-    EXPECT_FALSE(m_dialog.AddFile(text));
+    EXPECT_FALSE(AddFile(text));
     EXPECT_EQ(Label("picturesNote"), "Image \"text.png\" is none of PNG, JPEG, GIF and BMP");
-    EXPECT_FALSE(m_dialog.AddFile(File("empty.png", "")));
+    EXPECT_FALSE(AddFile(File("empty.png", "")));
     EXPECT_EQ(Label("picturesNote"), "Image \"empty.png\" is empty");
-    EXPECT_FALSE(m_dialog.AddFile(File("cut.png", Png(300, 200).chopped(20))));
+    EXPECT_FALSE(AddFile(File("cut.png", Png(300, 200).chopped(20))));
     EXPECT_EQ(Label("picturesNote"), "Image \"cut.png\" is damaged and cannot be read");
-    EXPECT_FALSE(m_dialog.AddFile(File("huge.png", HugePng())));
+    EXPECT_FALSE(AddFile(File("huge.png", HugePng())));
     EXPECT_EQ(Label("picturesNote"), "Image \"huge.png\" has more than 64 million pixels");
-    EXPECT_FALSE(m_dialog.AddFile(text + "x"));
+    EXPECT_FALSE(AddFile(text + "x"));
     EXPECT_EQ(Label("picturesNote"), text.toStdString() + "x cannot be read: No such file or directory");
     EXPECT_EQ(Text(), Report());
 }

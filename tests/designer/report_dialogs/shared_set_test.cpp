@@ -5,7 +5,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,10 +13,10 @@
 #include <QTableWidget>
 #include <QTimer>
 
+#include "../shown_dialog.h"
 #include "designer/document/properties/properties.h"
 #include "designer/model/design_model.h"
 #include "designer/report_dialogs/data_set_dialog.h"
-#include "support/form_driver.h"
 #include "support/temporary_folder.h"
 
 namespace designer {
@@ -37,7 +36,7 @@ constexpr const char* Shared =
     "Name=\"Person\"><DataField>Who</DataField>"
     "</Field></Fields></DataSet>";
 
-class SharedSetTest : public testing::Test, protected fakes::FormDriver {
+class SharedSetTest : public test::ShownDialogTest {
  protected:
     SharedSetTest() {
         WriteBytes(m_folder / "a.csv", "Name,Pieces\nAnn,1\nBo,2\nCy,3\n");
@@ -58,30 +57,14 @@ class SharedSetTest : public testing::Test, protected fakes::FormDriver {
     void Open(const std::string& report) {
         m_model = std::make_unique<DesignModel>(Document(report));
         m_model->SetFile(m_folder / "sales.rdl");
-        m_dialog = std::make_unique<DataSetDialog>(*m_model);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    void Type(const char* line, const char* text) const {
-        The<QLineEdit>(line).setFocus();
-        QTest::keyClick(&The<QLineEdit>(line), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(&The<QLineEdit>(line), text);
+        Show(std::make_unique<DataSetDialog>(*m_model));
     }
     void Run() { QTest::mouseClick(&The<QPushButton>("run"), Qt::LeftButton); }
     QTableWidget& Rows() const { return The<QTableWidget>("rows"); }
-    std::string Note(const char* control) const {
-        return The<QLabel>((std::string(control) + "Note").c_str()).text().toStdString();
-    }
     const std::string& Text() const { return m_model->Source().Text(); }
 
     const TemporaryFolder m_folder;
     std::unique_ptr<DesignModel> m_model;
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 TEST_F(SharedSetTest, IsShownWithItsQueryAndRows) {

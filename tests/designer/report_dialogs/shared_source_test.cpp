@@ -6,14 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
+#include "../shown_dialog.h"
 #include "designer/dialogs/data_source_dialog.h"
-#include "support/form_driver.h"
 #include "support/temporary_folder.h"
 
 namespace designer {
@@ -29,7 +28,7 @@ std::string Shared(const std::string& file) {
            "  </ConnectionProperties>\r\n  <DataSourceID>1-2</DataSourceID>\r\n</RptDataSource>";
 }
 
-class SharedSourceTest : public testing::Test, protected fakes::FormDriver {
+class SharedSourceTest : public test::ShownDialogTest {
  protected:
     SharedSourceTest() {
         WriteBytes(File(), Shared("a.csv"));
@@ -37,24 +36,9 @@ class SharedSourceTest : public testing::Test, protected fakes::FormDriver {
         WriteBytes(m_folder / "b.csv", "Name,Pieces\nBo,1\n");
     }
     std::filesystem::path File() const { return m_folder / "Far.rds"; }
-    void Open() {
-        m_dialog = std::make_unique<SharedSourceDialog>(File(), m_folder.Path());
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    void Type(const char* line, const char* text) const {
-        The<QLineEdit>(line).setFocus();
-        QTest::keyClick(&The<QLineEdit>(line), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(&The<QLineEdit>(line), text);
-    }
+    void Open() { Show(std::make_unique<SharedSourceDialog>(File(), m_folder.Path())); }
 
     const TemporaryFolder m_folder;
-    std::unique_ptr<QDialog> m_dialog;
 };
 
 TEST_F(SharedSourceTest, OnlyWhatIsChangedIsWritten) {
@@ -86,9 +70,7 @@ TEST_F(SharedSourceTest, IsOpenedByTheDialogOfTheSource) {
         "<DataSources><DataSource Name=\"Far\"><DataSourceReference>Far</DataSourceReference></DataSource>"
         "</DataSources><ReportSections/></Report>"));
     model.SetFile(m_folder / "sales.rdl");
-    m_dialog = std::make_unique<DataSourceDialog>(model);
-    m_dialog->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    Show(std::make_unique<DataSourceDialog>(model));
     bool isOpen = false;
     QTimer::singleShot(0, [&] {
         auto* dialog = qobject_cast<SharedSourceDialog*>(QApplication::activeModalWidget());

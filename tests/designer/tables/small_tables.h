@@ -71,6 +71,11 @@ inline std::string With(std::string text, const std::string& old, const std::str
     return at == std::string::npos ? text : text.replace(at, old.size(), now);
 }
 
+// Puts the table of a small report a centimetre from both sides of the corner.
+inline std::string Placed(const std::string& report) {
+    return With(report, "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>");
+}
+
 // What a new cell holds whose neighbour has no style.
 inline std::string NewBox(const std::string& name, const std::string& value = {}, bool isBold = false) {
     return "<Textbox Name=\"" + name +

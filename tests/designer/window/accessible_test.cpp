@@ -336,14 +336,12 @@ TEST_P(Accessible, AreDialogsOfBarCodesAndSubreports) {
 }
 
 TEST_P(Accessible, AreDialogsOfTablesAndGroups) {
-    WriteBytes(
-        m_home / "table.rdl",
-        With(Report(ListTablix(
-                 "<TablixMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>="
-                 "Fields!Region.Value</GroupExpression></GroupExpressions></Group><TablixMembers>"
-                 "<TablixMember/></TablixMembers></TablixMember><TablixMember><Group Name=\"Details\"/>"
-                 "</TablixMember>")),
-             "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>"));
+    WriteBytes(m_home / "table.rdl",
+               Placed(Report(ListTablix(
+                   "<TablixMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>="
+                   "Fields!Region.Value</GroupExpression></GroupExpressions></Group><TablixMembers>"
+                   "<TablixMember/></TablixMembers></TablixMember><TablixMember><Group Name=\"Details\"/>"
+                   "</TablixMember>"))));
     ASSERT_TRUE(m_window->OpenFile(m_home / "table.rdl"));
     Settle();
     Click(At("A"));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Texts with runs and placeholders, typed on the page.
-#include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QTextEdit>
@@ -18,11 +17,6 @@ class CanvasText : public WindowTest {
  protected:
     CanvasText() : WindowTest(Letter()) {}
 
-    QTextEdit& Open() {
-        Select({"T"});
-        Key(Qt::Key_F2);
-        return Find<QTextEdit>("txtInPlace");
-    }
     // The runs, with * before bold, / before italic and _ before underlined ones.
     std::string Runs() {
         std::string text;
@@ -40,19 +34,10 @@ class CanvasText : public WindowTest {
         QTest::keyClick(&editor, Qt::Key_Return);
         Settle();
     }
-    static void Mark(QTextEdit& editor, int from, int to) {
-        QTextCursor cursor = editor.textCursor();
-        cursor.setPosition(from);
-        cursor.setPosition(to, QTextCursor::KeepAnchor);
-        editor.setTextCursor(cursor);
-    }
-    QTreeWidgetItem& DataRow(const char* name) {
-        return *Find<QTreeWidget>("reportData").findItems(name, Qt::MatchExactly | Qt::MatchRecursive).at(0);
-    }
 };
 
 TEST_F(CanvasText, ATextWithRunsKeepsThem) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     EXPECT_EQ(editor.toPlainText(), QString("Dear %1, hello").arg(QChar(QChar::ObjectReplacementCharacter)));
     Mark(editor, 13, 13);
     QTest::keyClicks(&editor, "!");
@@ -64,12 +49,12 @@ TEST_F(CanvasText, ATextWithRunsKeepsThem) {
 }
 
 TEST_F(CanvasText, OpenedAndTakenWithoutAChangeIsNone) {
-    Take(Open());
+    Take(OpenText("T"));
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
 
 TEST_F(CanvasText, APartBecomesBoldItalicOrUnderlined) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 8, 10);
     QTest::keyClick(&editor, Qt::Key_B, Qt::ControlModifier);
     QTest::keyClick(&editor, Qt::Key_I, Qt::ControlModifier);
@@ -77,7 +62,7 @@ TEST_F(CanvasText, APartBecomesBoldItalicOrUnderlined) {
     QTest::keyClick(&editor, Qt::Key_U, Qt::ControlModifier);
     Take(editor);
     EXPECT_EQ(Runs(), "Dear |_=First(Fields!City.Value, \"Sales\")|, |*/he|llo|\n");
-    QTextEdit& again = Open();
+    QTextEdit& again = OpenText("T");
     Mark(again, 8, 10);
     QTest::keyClick(&again, Qt::Key_B, Qt::ControlModifier);
     Take(again);
@@ -85,7 +70,7 @@ TEST_F(CanvasText, APartBecomesBoldItalicOrUnderlined) {
 }
 
 TEST_F(CanvasText, BackspaceTakesAPlaceholderAsAWhole) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 6, 6);
     QTest::keyClick(&editor, Qt::Key_Backspace);
     Take(editor);
@@ -93,16 +78,16 @@ TEST_F(CanvasText, BackspaceTakesAPlaceholderAsAWhole) {
 }
 
 TEST_F(CanvasText, ADoubleClickOnAFieldPutsItAtTheCursor) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 13, 13);
     auto& data = Find<QTreeWidget>("reportData");
-    const QPoint at = data.visualItemRect(&DataRow("Region")).center();
+    const QPoint at = data.visualItemRect(Row("reportData", "Region")).center();
     QTest::mouseClick(data.viewport(), Qt::LeftButton, {}, at);
     data.setFocus(Qt::MouseFocusReason);
     Settle();
     QTest::mouseDClick(data.viewport(), Qt::LeftButton, {}, at);
     Settle();
-    emit data.itemActivated(&DataRow("PageNumber"), 0);
+    emit data.itemActivated(Row("reportData", "PageNumber"), 0);
     EXPECT_TRUE(editor.hasFocus());
     Take(editor);
     EXPECT_EQ(Runs(),
@@ -112,22 +97,18 @@ TEST_F(CanvasText, ADoubleClickOnAFieldPutsItAtTheCursor) {
 }
 
 TEST_F(CanvasText, AFieldIsDraggedIntoAnOpenText) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 0, 0);
     const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", "Region"}));
-    const QPointF at = editor.cursorRect().center();
-    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, data.get(), Qt::LeftButton, {});
-    QApplication::sendEvent(editor.viewport(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-    QApplication::sendEvent(editor.viewport(), &drop);
+    const QPoint at = editor.cursorRect().center();
+    EXPECT_TRUE(DropOn(*editor.viewport(), *data, at));
     Take(editor);
     EXPECT_EQ(Runs(),
               "=First(Fields!Region.Value, \"Sales\")|Dear |=First(Fields!City.Value, \"Sales\")|, hello|\n");
 }
 
 TEST_F(CanvasText, ATextThatBeginsLikeAnExpressionIsATextAmongRuns) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 0, 5);
     QTest::keyClicks(&editor, "=a\"b");
     Take(editor);
@@ -135,16 +116,16 @@ TEST_F(CanvasText, ATextThatBeginsLikeAnExpressionIsATextAmongRuns) {
 }
 
 TEST_F(CanvasText, AnExpressionAloneIsTypedAndTakesFields) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     editor.selectAll();
     QTest::keyClicks(&editor, "=\"In \" & ");
-    emit Find<QTreeWidget>("reportData").itemActivated(&DataRow("Region"), 0);
+    emit Find<QTreeWidget>("reportData").itemActivated(Row("reportData", "Region"), 0);
     Take(editor);
     EXPECT_EQ(Runs(), "=\"In \" & First(Fields!Region.Value, \"Sales\")|\n");
 }
 
 TEST_F(CanvasText, AltAndACharacterOpensAMenu) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     QTest::keyClicks(&editor, "Typed");
     QTest::keyClick(&editor, Qt::Key_X, Qt::AltModifier);
     EXPECT_EQ(editor.toPlainText(), "Typed");

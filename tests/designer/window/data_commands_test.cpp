@@ -54,23 +54,6 @@ class DataCommands : public WindowTest {
         Pane().setFocus();
         Pane().setCurrentItem(Pane().findItems(text, Qt::MatchExactly | Qt::MatchRecursive).front());
     }
-    // Returns the dialog that `work` opens with the text of a line in it, and closes it.
-    static std::string Opened(const char* line, const std::function<void()>& work) {
-        std::string opened = "none";
-        QTimer look;
-        QObject::connect(&look, &QTimer::timeout, &look, [&] {
-            if (QWidget* dialog = QApplication::activeModalWidget()) {
-                const auto* name = dialog->findChild<QLineEdit*>(line);
-                opened = dialog->objectName().toStdString() + " " + (name ? name->text().toStdString() : "-");
-                look.stop();
-                QTest::keyClick(dialog, Qt::Key_Escape);
-            }
-        });
-        look.start(20);
-        work();
-        Settle();
-        return opened;
-    }
     // Picks an entry of the context menu of the current row by the keys.
     void PickFromMenu(const char* text) {
         QTimer::singleShot(0, [text] {
@@ -90,29 +73,28 @@ class DataCommands : public WindowTest {
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), Pane().mapToGlobal(QPoint(1, 1)));
         QApplication::sendEvent(&Pane(), &event);
     }
-    std::string Problem() { return Find<QListWidget>("problems").item(0)->text().toStdString(); }
 };
 
 TEST_F(DataCommands, EnterOpensWhatCannotBePlaced) {
     const auto enter = [this] { QTest::keyClick(&Pane(), Qt::Key_Return); };
     GoTo("Region");
-    EXPECT_EQ(Opened("name", enter), "parametersDialog Region");
+    EXPECT_EQ(Opened(enter, "name"), "parametersDialog Region");
     GoTo("Orders");
-    EXPECT_EQ(Opened("name", enter), "dataSetDialog Orders");
+    EXPECT_EQ(Opened(enter, "name"), "dataSetDialog Orders");
     GoTo("Sales");
-    EXPECT_EQ(Opened("name", enter), "dataSourceDialog Sales");
+    EXPECT_EQ(Opened(enter, "name"), "dataSourceDialog Sales");
     Select({"Title"});
     GoTo("Region");
-    EXPECT_EQ(Opened("name", enter), "none");
+    EXPECT_EQ(Opened(enter, "name"), "none");
     EXPECT_THAT(Model().Source().Text(), HasSubstr("<Value>=Parameters!Region.Value</Value>"));
 }
 
 TEST_F(DataCommands, TheContextMenuAddsChangesAndRemoves) {
     GoTo("Region");
-    EXPECT_EQ(Opened("name", [this] { PickFromMenu("Change..."); }), "parametersDialog Region");
-    EXPECT_EQ(Opened("name", [this] { PickFromMenu("Add Parameter..."); }), "parametersDialog Parameter1");
-    EXPECT_EQ(Opened("name", [this] { PickFromMenu("Add Data Set..."); }), "dataSetDialog Rows");
-    EXPECT_EQ(Opened("name", [this] { PickFromMenu("Add Data Source..."); }), "dataSourceDialog Source");
+    EXPECT_EQ(Opened([this] { PickFromMenu("Change..."); }, "name"), "parametersDialog Region");
+    EXPECT_EQ(Opened([this] { PickFromMenu("Add Parameter..."); }, "name"), "parametersDialog Parameter1");
+    EXPECT_EQ(Opened([this] { PickFromMenu("Add Data Set..."); }, "name"), "dataSetDialog Rows");
+    EXPECT_EQ(Opened([this] { PickFromMenu("Add Data Source..."); }, "name"), "dataSourceDialog Source");
     EXPECT_EQ(Model().Source().UndoCount(), 0U);
     PickFromMenu("Remove");
     EXPECT_THAT(Model().Source().Text(), Not(HasSubstr("Region")));
@@ -154,7 +136,7 @@ TEST_F(DataCommands, WhatIsNotUsedIsRemovedInOneStep) {
 
 TEST_F(DataCommands, TheMenuOpensADialogForEachPart) {
     const auto trigger = [this](const char* name) {
-        return Opened("none", [this, name] { Find<QAction>(name).trigger(); });
+        return Opened([this, name] { Find<QAction>(name).trigger(); }, "none");
     };
     EXPECT_EQ(trigger("reportDataSource"), "dataSourceDialog -");
     EXPECT_EQ(trigger("reportDataSet"), "dataSetDialog -");
@@ -169,7 +151,7 @@ TEST_F(DataCommands, TheMenuOpensADialogForEachPart) {
 }
 
 TEST_F(DataCommands, TheMenuOpensTheParameters) {
-    EXPECT_EQ(Opened("name", [this] { Find<QAction>("reportParameters").trigger(); }),
+    EXPECT_EQ(Opened([this] { Find<QAction>("reportParameters").trigger(); }, "name"),
               "parametersDialog Year");
 }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Built-in fields and pictures that are dragged from the data of the report to the page.
-#include <QDropEvent>
 #include <QMimeData>
 #include <QTreeWidget>
 #include <memory>
@@ -30,13 +29,7 @@ class DroppedValues : public WindowTest {
             data.model()->match(data.model()->index(0, 0), Qt::DisplayRole, row, 1, Qt::MatchRecursive).at(0);
         EXPECT_TRUE(index.flags() & Qt::ItemIsDragEnabled);
         const std::unique_ptr<QMimeData> mime(data.model()->mimeData({index}));
-        QDragEnterEvent enter(at, Qt::CopyAction, mime.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        QDragMoveEvent move(at, Qt::CopyAction, mime.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &move);
-        m_wasTaken = move.isAccepted();
-        QDropEvent drop(at, Qt::CopyAction, mime.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &drop);
+        m_wasTaken = DropOn(*Canvas().viewport(), *mime, at);
         Settle();
     }
 
@@ -47,10 +40,10 @@ TEST_F(DroppedValues, ABuiltInFieldBecomesATextBox) {
     Drop("PageNumber", InBody(8, 2));
     EXPECT_EQ(Selected(), "Textbox1");
     EXPECT_EQ(Corner("Textbox1"), "8cm 2cm");
-    EXPECT_EQ(Text("Textbox1", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "=Globals!PageNumber");
+    EXPECT_EQ(Value("Textbox1"), "=Globals!PageNumber");
     EXPECT_EQ(UndoName(), "Show [&PageNumber]");
     Drop("ReportName", At("Title"));
-    EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "=Globals!ReportName");
+    EXPECT_EQ(Value("Title"), "=Globals!ReportName");
     EXPECT_EQ(Selected(), "Title");
 }
 

@@ -3,16 +3,13 @@
 // With OXC_PICTURES set to a folder, the pictures of the tutorial are left there.
 #include <QClipboard>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 
 #include "designer/dialogs/data_source_dialog.h"
-#include "designer/model/field_drag.h"
 #include "designer/model/new_items.h"
 #include "designer/report_dialogs/data_set_dialog.h"
 #include "designer/window/window_fixture.h"
@@ -65,10 +62,6 @@ class FromNothing : public WindowTest {
             m_window->grab().save(QString("%1/%2.png").arg(folder, name));
         }
     }
-    QTreeWidgetItem* Row(const char* pane, const QString& text) {
-        const auto found = Find<QTreeWidget>(pane).findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
-        return found.isEmpty() ? nullptr : found.front();
-    }
 
     void SaveAs(const char* name) {
         fakes::WhileModal<QDialog>([&] { Find<QAction>("fileSave").trigger(); },
@@ -80,8 +73,7 @@ class FromNothing : public WindowTest {
         EXPECT_EQ(m_window->File(), m_home / name);
     }
     static void Ok(QDialog& dialog) {
-        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
+        ClickOk(dialog);
         EXPECT_FALSE(dialog.isVisible());
     }
     void AddData(const std::string& query) {
@@ -138,29 +130,10 @@ class FromNothing : public WindowTest {
         TypeText(text);
     }
     void Set(const QString& property, const QString& value) {
-        auto& pane = Find<QTreeWidget>("properties");
-        QTreeWidgetItem* row = Row("properties", property);
-        ASSERT_NE(row, nullptr) << property.toStdString();
-        pane.setFocus();
-        pane.setCurrentItem(row, 1);
-        QTest::keyClick(&pane, Qt::Key_Return);
-        QWidget* editor = QApplication::focusWidget();
-        ASSERT_NE(editor, &pane);
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(editor, value);
-        QTest::keyClick(editor, Qt::Key_Return);
-        Settle();
+        TypeInRow(Row("properties", property), value);
         Canvas().setFocus();
     }
-    void Drop(const std::string& field, QPoint at) {
-        const std::unique_ptr<QMimeData> data(MimeDataOf({"Rows", field}));
-        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        EXPECT_TRUE(enter.isAccepted()) << field;
-        QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &drop);
-        Settle();
-    }
+    void Drop(const std::string& field, QPoint at) { DropField(field, at, "Rows"); }
     QPoint MiddleOf(ElementId item) { return Canvas().AreaOf(item).center().toPoint(); }
     ElementId CellOf(const char* table, std::size_t row, std::size_t column) {
         for (const GridCell& cell : GridOf(Model().Source(), Id(table)).cells) {

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QDropEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
@@ -45,9 +44,8 @@ class GraphicItems : public WindowTest {
         });
     }
     std::string Problem() {
-        auto& problems = Find<QListWidget>("problems");
         QTest::qWait(500);  // the engine is asked after a pause
-        return problems.item(0)->text().toStdString();
+        return WindowTest::Problem();
     }
     template <typename T = QWidget>
     static T& In(QWidget& dialog, const char* name) {
@@ -245,11 +243,7 @@ TEST_F(GraphicItems, FieldsAreDraggedToTheListsOfTheDialog) {
         for (const auto& [list, row] : {std::pair("values", 3), std::pair("categories", 1)}) {
             const std::unique_ptr<QMimeData> data(fields.model()->mimeData({fields.model()->index(row, 0)}));
             QWidget* view = In<QListWidget>(dialog, list).viewport();
-            QDragEnterEvent enter({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-            QApplication::sendEvent(view, &enter);
-            EXPECT_TRUE(enter.isAccepted());
-            QDropEvent drop({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-            QApplication::sendEvent(view, &drop);
+            EXPECT_TRUE(DropOn(*view, *data, {5, 5}));
         }
         dialog.accept();
     });

@@ -16,8 +16,7 @@ constexpr const char* Group =
     "<TablixMember><Group Name=\"Details\"/></TablixMember>";
 
 std::string GroupReport() {
-    return With(Report(ListTablix(Group)), "<Width>5cm</Width></Tablix>",
-                "<Top>1cm</Top><Left>1cm</Left></Tablix>");
+    return Placed(Report(ListTablix(Group)));
 }
 
 class GroupDialogTest : public DialogTest {
@@ -254,9 +253,7 @@ class HostileGroupTest : public GroupDialogTest {
             "</SortExpressions><TablixMembers><TablixMember/></TablixMembers></TablixMember><TablixMember>"
             "<Group Name=\"Details\"/></TablixMember>";
         return With(
-            With(Report(ListTablix(group)), "<Width>5cm</Width></Tablix>",
-                 "<Top>1cm</Top><Left>1cm</Left></Tablix>"),
-            Box("A", "Region"),
+            Placed(Report(ListTablix(group))), Box("A", "Region"),
             "<Textbox Name=\"A\"><Paragraphs><Paragraph/></Paragraphs><Style><Border><Style>Wavy</Style>"
             "<Width>-1pt</Width><Color>#zz</Color></Border><Format>\x01</Format></Style><Style/>"
             "</Textbox>");

@@ -3,12 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <QLineEdit>
-#include <QMimeData>
 #include <QRegularExpression>
 #include <QTreeWidget>
 
 #include "../tables/small_tables.h"
-#include "designer/model/field_drag.h"
 #include "window_fixture.h"
 
 namespace designer::test {
@@ -76,13 +74,7 @@ TEST_F(MissingBody, AFieldIsDragged) {
             "<ReportSections><ReportSection><Page><PageWidth>15cm</PageWidth><LeftMargin>1cm</LeftMargin>"
             "</Page></ReportSection></ReportSections>");
     Show(before);
-    const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", "Region"}));
-    const QPoint at = Canvas().AreaOf(NoElement).topLeft().toPoint() + QPoint(50, 50);
-    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-    QApplication::sendEvent(Canvas().viewport(), &enter);
-    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-    QApplication::sendEvent(Canvas().viewport(), &drop);
-    Settle();
+    DropField("Region", Canvas().AreaOf(NoElement).topLeft().toPoint() + QPoint(50, 50));
     EXPECT_EQ(Selected(), "Tablix1");
     EXPECT_THAT(Text(), HasSubstr("<Width>14cm</Width><Page><PageWidth>15cm</PageWidth>"));
     ExpectMended(before);

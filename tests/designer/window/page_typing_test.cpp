@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Typing on the page: into several text boxes at once, and in the look of the text box.
-#include <QStatusBar>
 #include <QTextBlock>
 #include <QTextEdit>
 
@@ -10,8 +9,6 @@
 namespace designer::test {
 namespace {
 
-constexpr const char* Value = "Paragraphs/Paragraph/TextRuns/TextRun/Value";
-
 class PageTyping : public WindowTest {
  protected:
     using WindowTest::WindowTest;
@@ -20,10 +17,7 @@ class PageTyping : public WindowTest {
         QTest::keyClick(&Editor(), Qt::Key_Return);
         Settle();
     }
-    std::string Status() { return m_window->statusBar()->currentMessage().toStdString(); }
-    std::string Values() {
-        return Text("Title", Value) + "|" + Text("Amount", Value) + "|" + Text("Note", Value);
-    }
+    std::string Values() { return Value("Title") + "|" + Value("Amount") + "|" + Value("Note"); }
 };
 
 TEST_F(PageTyping, SeveralTextBoxesGetWhatIsTyped) {
@@ -147,7 +141,7 @@ TEST_F(EditorLook, TheTextFollowsTheZoom) {
     EXPECT_EQ(FormatAt(editor, 2).font().pointSizeF(), 12);
     EXPECT_EQ(editor.textCursor().position(), 13);
     Take();
-    EXPECT_EQ(Model().Source().TextAt(Id("Big"), "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Total");
+    EXPECT_EQ(Value("Big"), "Total");
     EXPECT_NE(Model().Source().Text().find("<Value> of all!</Value>"), std::string::npos);
     EXPECT_NE(Model().Source().Text().find("<FontSize>24pt</FontSize>"), std::string::npos);
 }

@@ -2,18 +2,13 @@
 // What a hand expects of the panes beside the canvas.
 #include <QDialog>
 #include <QDockWidget>
-#include <QDropEvent>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QStatusBar>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 
 #include "../graphics/sales_report.h"
 #include "../tables/small_tables.h"
-#include "designer/model/field_drag.h"
 #include "window_fixture.h"
 
 namespace designer::test {
@@ -45,33 +40,14 @@ std::string ListReport() {
 class PaneHabits : public WindowTest {
  protected:
     using WindowTest::WindowTest;
-    QTreeWidgetItem& Row(const char* pane, const QString& text) {
-        return *Find<QTreeWidget>(pane).findItems(text, Qt::MatchExactly | Qt::MatchRecursive).at(0);
-    }
     void DoubleClick(const char* pane, const QString& text) {
         auto& tree = Find<QTreeWidget>(pane);
-        tree.scrollToItem(&Row(pane, text));
-        const QPoint at = tree.visualItemRect(&Row(pane, text)).center();
+        tree.scrollToItem(Row(pane, text));
+        const QPoint at = tree.visualItemRect(Row(pane, text)).center();
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, at);
         QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, at);
         QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, at);
         Settle();
-    }
-    // Does what `work` says, and closes the dialog that opens; returns its name.
-    static std::string Opened(const std::function<void()>& work) {
-        std::string opened = "none";
-        QTimer look;
-        QObject::connect(&look, &QTimer::timeout, &look, [&] {
-            if (QWidget* dialog = QApplication::activeModalWidget()) {
-                opened = dialog->objectName().toStdString();
-                look.stop();
-                QTest::keyClick(dialog, Qt::Key_Escape);
-            }
-        });
-        look.start(20);
-        work();
-        Settle();
-        return opened;
     }
     std::string GroupRows() {
         std::string text;
@@ -85,22 +61,19 @@ class PaneHabits : public WindowTest {
 class SalesHabits : public PaneHabits {
  protected:
     SalesHabits() : PaneHabits(ListReport()) {}
-    std::string Value(const std::string& name) {
-        return Text(name, "Paragraphs/Paragraph/TextRuns/TextRun/Value");
-    }
 };
 
 TEST_F(SalesHabits, ADoubleClickOnADataSetOpensItAndKeepsItsFields) {
     EXPECT_EQ(Opened([this] { DoubleClick("reportData", "Sales"); }), "dataSetDialog");
-    EXPECT_TRUE(Row("reportData", "Sales").isExpanded());
+    EXPECT_TRUE(Row("reportData", "Sales")->isExpanded());
     // A heading has nothing to open: it folds.
     DoubleClick("reportData", "Built-in fields");
-    EXPECT_FALSE(Row("reportData", "Built-in fields").isExpanded());
+    EXPECT_FALSE(Row("reportData", "Built-in fields")->isExpanded());
 }
 
 TEST_F(SalesHabits, ADoubleClickInTheOutlineKeepsItOpen) {
     DoubleClick("outline", "Body");
-    EXPECT_TRUE(Row("outline", "Body").isExpanded());
+    EXPECT_TRUE(Row("outline", "Body")->isExpanded());
     EXPECT_TRUE(Canvas().hasFocus());
 }
 
@@ -123,12 +96,7 @@ TEST_F(SalesHabits, ADoubleClickOnAFieldFillsTheSelectedTextBox) {
 TEST_F(SalesHabits, AFieldIsDroppedOnATextBox) {
     for (const auto& [name, value] : {std::pair("Free", "=First(Fields!City.Value, \"Sales\")"),
                                       std::pair("Inside", "=Fields!City.Value")}) {
-        const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", "City"}));
-        QDragEnterEvent enter(At(name), Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        QDropEvent drop(At(name), Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &drop);
-        Settle();
+        DropField("City", At(name));
         EXPECT_EQ(Value(name), value);
         EXPECT_EQ(Selected(), name);
     }
@@ -137,23 +105,21 @@ TEST_F(SalesHabits, AFieldIsDroppedOnATextBox) {
 class TableHabits : public PaneHabits {
  protected:
     TableHabits()
-        : PaneHabits(
-              With(Report(ListTablix(
-                       "<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember><TablixMember>"
-                       "<Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
-                       "</GroupExpression></GroupExpressions></Group><TablixMembers><TablixMember>"
-                       "<Group Name=\"Details\"/></TablixMember></TablixMembers></TablixMember>")),
-                   "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>")) {}
+        : PaneHabits(Placed(Report(
+              ListTablix("<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember><TablixMember>"
+                         "<Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+                         "</GroupExpression></GroupExpressions></Group><TablixMembers><TablixMember>"
+                         "<Group Name=\"Details\"/></TablixMember></TablixMembers></TablixMember>")))) {}
 };
 
 TEST_F(TableHabits, ADoubleClickOnAGroupKeepsWhatIsInIt) {
     Click(At("A"));
     const QString group = "ByRegion  =Fields!Region.Value";
     EXPECT_EQ(Opened([&] { DoubleClick("groups", group); }), "groupPropertiesDialog");
-    EXPECT_TRUE(Row("groups", group).isExpanded());
+    EXPECT_TRUE(Row("groups", group)->isExpanded());
     EXPECT_EQ(Opened([&] { DoubleClick("groups", "Rows"); }), "none");
     auto& groups = Find<QTreeWidget>("groups");
-    groups.setCurrentItem(&Row("groups", "Details"));
+    groups.setCurrentItem(Row("groups", "Details"));
     EXPECT_EQ(Opened([&] { QTest::keyClick(&groups, Qt::Key_Return); }), "groupPropertiesDialog");
 }
 
@@ -192,7 +158,7 @@ TEST_F(ChartHabits, AChartShowsItsCategoriesAndSeries) {
               "Categories| CategoryGroup  =Fields!City.Value|Series| SeriesGroup  =Fields!Region.Value|");
     auto& groups = Find<QTreeWidget>("groups");
     QTest::mouseClick(groups.viewport(), Qt::LeftButton, {},
-                      groups.visualItemRect(&Row("groups", "SeriesGroup  =Fields!Region.Value")).center());
+                      groups.visualItemRect(Row("groups", "SeriesGroup  =Fields!Region.Value")).center());
     Settle();
     EXPECT_EQ(Selected(), "ChartMember");
     EXPECT_EQ(groups.selectedItems().size(), 1);
@@ -224,7 +190,7 @@ TEST_F(PropertyHabits, F2OpensWhatWasTypedToInTheRows) {
     Select({"Title"});
     auto& pane = Find<QTreeWidget>("properties");
     pane.setFocus();
-    pane.setCurrentItem(&Row("properties", "Left"), 0);
+    pane.setCurrentItem(Row("properties", "Left"), 0);
     QTest::keyClick(&pane, Qt::Key_F2);
     ASSERT_NE(QApplication::focusWidget(), &pane);
     EXPECT_EQ(QApplication::focusWidget()->accessibleName().toStdString(), "Left");
@@ -237,7 +203,7 @@ TEST_F(PropertyHabits, GoingToAValueDoesNotScrollTheNamesAway) {
     auto& pane = Find<QTreeWidget>("properties");
     for (const char* name : {"Order", "Name", "Left", "Hidden"}) {
         pane.setFocus();
-        pane.setCurrentItem(&Row("properties", name), 1);
+        pane.setCurrentItem(Row("properties", name), 1);
         QTest::keyClick(&pane, Qt::Key_Return);
         Settle();
         EXPECT_EQ(pane.header()->offset(), 0) << name;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QTreeWidget>
 
@@ -11,30 +10,13 @@ namespace {
 
 class Panes : public WindowTest {
  protected:
-    QTreeWidgetItem* Row(const char* pane, const QString& text) {
-        const auto found = Find<QTreeWidget>(pane).findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
-        return found.isEmpty() ? nullptr : found.front();
-    }
     std::string Property(const QString& name) {
         const QTreeWidgetItem* row = Row("properties", name);
         return row ? row->text(1).toStdString() : "none";
     }
-    // Types a value as a user does: the row is current, F2 opens it, Enter takes it.
-    void Type(const QString& name, const QString& value) {
-        auto& pane = Find<QTreeWidget>("properties");
-        pane.setFocus();
-        pane.setCurrentItem(Row("properties", name), 1);
-        QTest::keyClick(&pane, Qt::Key_Return);
-        QWidget* editor = QApplication::focusWidget();
-        ASSERT_NE(editor, &pane);
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(editor, value);
-        QTest::keyClick(editor, Qt::Key_Return);
-        Settle();
-    }
     std::string Problem() {
         QTest::qWait(600);
-        return Find<QListWidget>("problems").item(0)->text().toStdString();
+        return WindowTest::Problem();
     }
 };
 
@@ -56,11 +38,11 @@ TEST_F(Panes, PropertiesShowAndTakeValues) {
     Select({"Title"});
     EXPECT_EQ(Property("Name"), "Title");
     EXPECT_EQ(Property("Left"), "1cm");
-    Type("Left", "25mm");
+    TypeInRow(Row("properties", "Left"), "25mm");
     EXPECT_EQ(Text("Title", "Left"), "25mm");
-    Type("Top", "2.5");
+    TypeInRow(Row("properties", "Top"), "2.5");
     EXPECT_EQ(Text("Title", "Top"), "2.5cm");
-    Type("Name", "Heading");
+    TypeInRow(Row("properties", "Name"), "Heading");
     EXPECT_EQ(Selected(), "Heading");
     EXPECT_EQ(UndoName(), "Change Name of Title");
 }
@@ -81,10 +63,10 @@ TEST_F(Panes, AValueThatIsBeingTypedIsSaved) {
 
 TEST_F(Panes, AValueThatDoesNotFitIsRefused) {
     Select({"Title"});
-    Type("Width", "wide");
+    TypeInRow(Row("properties", "Width"), "wide");
     EXPECT_EQ(Text("Title", "Width"), "4cm");
     EXPECT_EQ(Property("Width"), "4cm");
-    EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(),
+    EXPECT_EQ(WindowTest::Problem(),
               "\"wide\" is no value of Width: a size is a number with in, cm, mm, pt or pc: 2.5cm");
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
@@ -94,14 +76,14 @@ TEST_F(Panes, OfSeveralItemsWhatIsTheSameIsShown) {
     EXPECT_EQ(Property("Name"), "none");
     EXPECT_EQ(Property("Left"), "1cm");
     EXPECT_EQ(Property("Top"), "");
-    Type("Left", "2cm");
+    TypeInRow(Row("properties", "Left"), "2cm");
     EXPECT_EQ(Text("Title", "Left") + Text("Amount", "Left"), "2cm2cm");
     EXPECT_EQ(Model().Source().UndoCount(), 1u);
 }
 
 TEST_F(Panes, DeleteGivesTheDefaultAgain) {
     Select({"Title"});
-    Type("Order", "7");
+    TypeInRow(Row("properties", "Order"), "7");
     auto& pane = Find<QTreeWidget>("properties");
     pane.setCurrentItem(Row("properties", "Order"), 1);
     QTest::keyClick(&pane, Qt::Key_Delete);
@@ -112,9 +94,7 @@ TEST_F(Panes, DeleteGivesTheDefaultAgain) {
 
 TEST_F(Panes, ProblemsAreThoseOfTheEngineAndSelectTheirItem) {
     EXPECT_EQ(Problem(), "No problems");
-    Model().Edit("Break", [&](Document& document) {
-        SetText(document, Id("Amount"), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
-    });
+    Model().Edit("Break", [&](Document& document) { SetText(document, Id("Amount"), RunValue, "=1+"); });
     const std::string problem = Problem();
     EXPECT_NE(problem.find("Amount"), std::string::npos) << problem;
     Select({});
@@ -128,7 +108,7 @@ TEST_F(Panes, ProblemsAreThoseOfTheEngineAndSelectTheirItem) {
 TEST_F(Panes, ProblemsOfSeveralItemsAreAllThere) {
     Model().Edit("Break", [&](Document& document) {
         for (const char* name : {"Amount", "Note", "Page"}) {
-            SetText(document, Id(name), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
+            SetText(document, Id(name), RunValue, "=1+");
         }
     });
     Problem();
@@ -154,14 +134,13 @@ TEST_F(Panes, ARefusalGoesWithTheNextSuccess) {
     Run("group");
     auto& list = Find<QListWidget>("problems");
     EXPECT_EQ(list.item(0)->text(), "Only items that are in one band or rectangle become a group");
-    EXPECT_EQ(m_window->statusBar()->currentMessage(),
-              "Only items that are in one band or rectangle become a group");
+    EXPECT_EQ(Status(), "Only items that are in one band or rectangle become a group");
     Select({"Title", "Amount"});
     Run("group");
     EXPECT_EQ(Selected(), "Rectangle1");
     EXPECT_EQ(UndoName(), "Group 2 items");
     EXPECT_EQ(list.item(0)->text(), "No problems");
-    EXPECT_EQ(m_window->statusBar()->currentMessage(), "");
+    EXPECT_EQ(Status(), "");
     Run("ungroup");
     EXPECT_EQ(Selected(), "Title Amount");
     EXPECT_EQ(UndoName(), "Ungroup Rectangle1");
@@ -179,9 +158,7 @@ TEST_F(Panes, PreviewRunsTheTextAsItIs) {
 }
 
 TEST_F(Panes, PreviewListsWhatTheEngineRefuses) {
-    Model().Edit("Break", [&](Document& document) {
-        SetText(document, Id("Amount"), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
-    });
+    Model().Edit("Break", [&](Document& document) { SetText(document, Id("Amount"), RunValue, "=1+"); });
     Run("viewPreview");
     EXPECT_TRUE(Find<QListWidget>("previewErrors").isVisible());
     EXPECT_NE(Find<QListWidget>("previewErrors").item(0)->text().indexOf("Amount"), -1);

@@ -12,11 +12,6 @@
 namespace designer::test {
 namespace {
 
-std::string TableReport() {
-    return With(Report(ListTablix()), "<Width>5cm</Width></Tablix>",
-                "<Top>1cm</Top><Left>1cm</Left></Tablix>");
-}
-
 class PropertyPanelTest : public WindowTest {
  protected:
     using WindowTest::WindowTest;
@@ -41,18 +36,6 @@ class PropertyPanelTest : public WindowTest {
             names += isShown ? (*row)->text(0).toStdString() + "|" : "";
         }
         return names;
-    }
-    void Type(QTreeWidgetItem* row, const QString& value) {
-        ASSERT_NE(row, nullptr);
-        Pane().setFocus();
-        Pane().setCurrentItem(row, 1);
-        QTest::keyClick(&Pane(), Qt::Key_Return);
-        QWidget* editor = QApplication::focusWidget();
-        ASSERT_NE(editor, &Pane());
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(editor, value);
-        QTest::keyClick(editor, Qt::Key_Return);
-        Settle();
     }
     void FindRows(const QString& text) {
         auto& line = Find<QLineEdit>("findProperty");
@@ -88,7 +71,7 @@ TEST_F(PropertyPanelTest, RowsAreOrderedByAlphabet) {
     EXPECT_EQ(Pane().topLevelItem(0)->text(0), "Background colour");
     EXPECT_EQ(Pane().topLevelItem(1)->text(0), "Background picture");
     EXPECT_EQ(Value("", "Left"), "1cm");
-    Type(Row("", "Left"), "2cm");
+    TypeInRow(Row("", "Left"), "2cm");
     EXPECT_EQ(Text("Title", "Left"), "2cm");
     QTest::mouseClick(&Find<QToolButton>("orderProperties"), Qt::LeftButton);
     EXPECT_EQ(Pane().topLevelItem(0)->text(0), "General");
@@ -97,20 +80,20 @@ TEST_F(PropertyPanelTest, RowsAreOrderedByAlphabet) {
 
 TEST_F(PropertyPanelTest, FontsAndPaddingAreInPoints) {
     Select({"Title"});
-    Type(Row("Font", "Font size"), "14");
+    TypeInRow(Row("Font", "Font size"), "14");
     EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Style/FontSize"), "14pt");
-    Type(Row("Layout", "Left padding"), "2");
+    TypeInRow(Row("Layout", "Left padding"), "2");
     EXPECT_EQ(Text("Title", "Style/PaddingLeft"), "2pt");
-    Type(Row("Position", "Left"), "2");
+    TypeInRow(Row("Position", "Left"), "2");
     EXPECT_EQ(Text("Title", "Left"), "2cm");
 }
 
 TEST_F(PropertyPanelTest, AbsurdSizesAreRefused) {
     Select({"Title"});
     for (const char* size : {"-5", "-5cm", "99999cm"}) {
-        Type(Row("Position", "Width"), size);
+        TypeInRow(Row("Position", "Width"), size);
         EXPECT_EQ(Text("Title", "Width"), "4cm");
-        EXPECT_NE(Find<QListWidget>("problems").item(0)->text().indexOf("it is 0in to 455in"), -1);
+        EXPECT_NE(Problem().find("it is 0in to 455in"), std::string::npos);
     }
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
@@ -129,7 +112,7 @@ TEST_F(PropertyPanelTest, NamesAreNotCut) {
 
 class TrackProperties : public PropertyPanelTest {
  protected:
-    TrackProperties() : PropertyPanelTest(TableReport()) {}
+    TrackProperties() : PropertyPanelTest(Placed(Report(ListTablix()))) {}
     std::string TextOfTrack(const char* path) { return Model().Source().TextAt(Id("T"), path).value_or("-"); }
 };
 
@@ -140,7 +123,7 @@ TEST_F(TrackProperties, ACellShowsThoseOfItsColumnAndRow) {
     EXPECT_EQ(Value("Row", "Height"), "1cm");
     EXPECT_EQ(Value("Row", "Keep with group"), "After");
     EXPECT_EQ(Value("Row", "Header size"), "none");
-    Type(Row("Column", "Width"), "30");
+    TypeInRow(Row("Column", "Width"), "30");
     EXPECT_EQ(TextOfTrack("TablixBody/TablixColumns/TablixColumn/Width"), "30cm");
     EXPECT_EQ(UndoName(), "Change Width of column");
     EXPECT_EQ(Model().Source().TextAt(Model().Source().Root(), "Width"), "34cm");
@@ -151,14 +134,14 @@ TEST_F(TrackProperties, ACellShowsThoseOfItsColumnAndRow) {
     EXPECT_EQ(TextOfTrack("TablixRowHierarchy/TablixMembers/TablixMember/RepeatOnNewPage"), "true");
     Run("editUndo");
     Run("editUndo");
-    EXPECT_EQ(Model().Source().Text(), TableReport());
+    EXPECT_EQ(Model().Source().Text(), Placed(Report(ListTablix())));
 }
 
 TEST_F(TrackProperties, SeveralColumnsAreChangedAtOnce) {
     Click(At("A"));
     Click(At("B"), Qt::ShiftModifier);
     EXPECT_EQ(Value("Column", "Width"), "");
-    Type(Row("Column", "Hidden"), "true");
+    TypeInRow(Row("Column", "Hidden"), "true");
     EXPECT_EQ(UndoName(), "Change Hidden of 2 columns");
     EXPECT_NE(Model().Source().Text().find(
                   "<TablixColumnHierarchy><TablixMembers><TablixMember><Visibility><Hidden>true</Hidden>"
@@ -178,9 +161,8 @@ TEST_F(TrackProperties, ASizeIsNotReset) {
     Pane().setFocus();
     Pane().setCurrentItem(Row("Column", "Width"), 1);
     QTest::keyClick(&Pane(), Qt::Key_Delete);
-    EXPECT_EQ(Model().Source().Text(), TableReport());
-    EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(),
-              "A column and a row have a size of their own");
+    EXPECT_EQ(Model().Source().Text(), Placed(Report(ListTablix())));
+    EXPECT_EQ(Problem(), "A column and a row have a size of their own");
 }
 
 // The data of the report is on the left; what is selected on the page stays selected.
@@ -196,7 +178,7 @@ TEST_F(TrackProperties, PartsOfTheReportDataShowTheirOwn) {
     go("Sales");
     EXPECT_EQ(Value("Query", "Query"), "select");
     EXPECT_EQ(Value("Column", "Width"), "none");
-    Type(Row("Query", "Query"), "select 1");
+    TypeInRow(Row("Query", "Query"), "select 1");
     EXPECT_EQ(Model().Source().TextAt(Model().Source().Root(), "DataSets/DataSet/Query/CommandText"),
               "select 1");
     go("Net_Amount");
@@ -240,7 +222,7 @@ TEST_F(PropertyPanelTest, AButtonOpensTheExpressionOfTheCurrentProperty) {
 
 TEST_F(PropertyPanelTest, ColoursAreOfferedByTheirNames) {
     Select({"Title"});
-    Type(Row("Fill", "Background colour"), "lightsteelb");
+    TypeInRow(Row("Fill", "Background colour"), "lightsteelb");
     EXPECT_EQ(Text("Title", "Style/BackgroundColor"), "lightsteelblue");
 }
 

@@ -1,44 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Rows and columns of tables by keys, and tables from right to left.
-#include <QDropEvent>
-#include <QMimeData>
-
 #include "../tables/small_tables.h"
-#include "designer/document/tablix_grid.h"
-#include "designer/model/field_drag.h"
 #include "designer/tables/cell_text.h"
-#include "window_fixture.h"
+#include "table_fixture.h"
 
 namespace designer::test {
 namespace {
 
 constexpr const char* TwoHeads = "<TablixMember/><TablixMember/>";  // both rows stand once
 
-std::string Placed(const std::string& report) {
-    return With(report, "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>");
-}
-
-class TableMoves : public WindowTest {
+class TableMoves : public TableWindowTest {
  protected:
     explicit TableMoves(const std::string& report = Placed(Report(ListTablix(TwoHeads))))
-        : WindowTest(report) {}
+        : TableWindowTest(report) {}
     std::string Texts() {
         std::string texts;
-        for (const GridCell& cell : GridOf(Model().Source(), Id("T")).cells) {
+        for (const GridCell& cell : Grid().cells) {
             if (cell.part == GridCell::Part::Body && cell.item != NoElement) {
                 texts += TextOfBox(Model().Source(), cell.item) + "|";
             }
         }
         return texts;
     }
-    std::string Widths() {
-        std::string text;
-        for (const GridTrack& column : GridOf(Model().Source(), Id("T")).columns) {
-            text += Model().Source().TextAt(column.element, "Width").value_or("-") + " ";
-        }
-        return text;
-    }
-    std::string Refusal() { return Find<QListWidget>("problems").item(0)->text().toStdString(); }
 };
 
 TEST_F(TableMoves, ARowIsMovedByKeys) {
@@ -49,11 +32,11 @@ TEST_F(TableMoves, ARowIsMovedByKeys) {
     EXPECT_EQ(Selected(), "A");
     EXPECT_EQ(UndoName(), "Move row");
     Run("tableMoveDown");
-    EXPECT_EQ(Refusal(), "The row is the last one");
+    EXPECT_EQ(Problem(), "The row is the last one");
     Run("tableMoveUp");
     EXPECT_EQ(Texts(), "Region|Net|=Fields!Region.Value|=Fields!Net_Amount.Value|");
     Run("tableMoveUp");
-    EXPECT_EQ(Refusal(), "The row is the first one");
+    EXPECT_EQ(Problem(), "The row is the first one");
     Run("editUndo");
     Run("editUndo");
     EXPECT_EQ(Model().Source().Text(), before);
@@ -95,7 +78,7 @@ TEST_F(TableMoves, CellsAreNotMergedOverRows) {
     Click(At("A"));
     Click(At("D"), Qt::ShiftModifier);
     Run("tableMerge");
-    EXPECT_EQ(Refusal(), "A report has no cells that span rows of data; select cells of one row");
+    EXPECT_EQ(Problem(), "A report has no cells that span rows of data; select cells of one row");
 }
 
 class ColumnGroupTest : public TableMoves {
@@ -155,18 +138,10 @@ TEST_F(MirroredTable, LeftIsWhereTheNextColumnIs) {
 }
 
 TEST_F(MirroredTable, AFieldBesideTheLastColumnMakesANewOne) {
-    const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", "Region"}));
     Click(At("A"));
-    const auto drop = [&](QPoint at) {
-        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        QDropEvent dropped(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &dropped);
-        Settle();
-    };
-    drop(InBody(1, 1.5) - QPoint(20, 0));
+    DropField("Region", InBody(1, 1.5) - QPoint(20, 0));
     EXPECT_EQ(Widths(), "2cm 3cm 3cm ");
-    drop(InBody(7, 1.5));
+    DropField("Region", InBody(7, 1.5));
     EXPECT_EQ(Widths(), "2cm 2cm 3cm 3cm ");
 }
 
@@ -209,10 +184,10 @@ TEST_F(OlderMatrixTest, CommandsOnAHeaderAreForItsGroup) {
     EXPECT_EQ(Text("Textbox1", "Value"), "Total");
     Click(At("Textbox1"));
     Run("groupDelete");
-    EXPECT_EQ(Refusal(), "The matrix has no other group of columns");
+    EXPECT_EQ(Problem(), "The matrix has no other group of columns");
     Click(At("H"));
     Run("groupDelete");
-    EXPECT_EQ(Refusal(), "The matrix has no other group of rows");
+    EXPECT_EQ(Problem(), "The matrix has no other group of rows");
     Click(At("X"));
     Run("totalBefore");
     EXPECT_EQ(Model().Source().TextAt(Id("T"), "RowGroupings/RowGrouping/DynamicRows/Subtotal/Position"),

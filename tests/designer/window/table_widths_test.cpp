@@ -1,47 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The widths of tables by the mouse: columns that are added stay on the page, and headings of rows are
 // pulled.
-#include <QMimeData>
-
 #include "../tables/small_tables.h"
-#include "designer/model/field_drag.h"
-#include "window_fixture.h"
+#include "table_fixture.h"
 
 namespace designer::test {
 namespace {
 
 // A table from 1 to 15 centimetres, on a page with room for 16.
 std::string WideReport() {
-    std::string text =
-        With(Report(ListTablix()), "<Width>5cm</Width></Tablix>", "<Top>1cm</Top><Left>1cm</Left></Tablix>");
-    text = With(text, "<Width>2cm</Width>", "<Width>4cm</Width>");
+    std::string text = With(Placed(Report(ListTablix())), "<Width>2cm</Width>", "<Width>4cm</Width>");
     text = With(text, "<Width>3cm</Width>", "<Width>10cm</Width>");
     return With(text, "<Width>10cm</Width></Report>",
                 "<Width>15cm</Width><Page><PageWidth>20cm</PageWidth><LeftMargin>2cm</LeftMargin>"
                 "<RightMargin>2cm</RightMargin></Page></Report>");
 }
 
-class TableWidths : public WindowTest {
+class TableWidths : public TableWindowTest {
  protected:
-    using WindowTest::WindowTest;
-    TablixGrid Grid() { return GridOf(Model().Source(), Id("T")); }
-    std::string Widths() {
-        std::string text;
-        for (const GridTrack& column : Grid().columns) {
-            text += Model().Source().TextAt(column.element, "Width").value_or("-") + " ";
-        }
-        return text;
-    }
+    using TableWindowTest::TableWindowTest;
     std::string ReportWidth() {
         return Model().Source().TextAt(Model().Source().Root(), "Width").value_or("-");
-    }
-    void Drop(const std::string& field, QPoint at) {
-        const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", field}));
-        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &drop);
-        Settle();
     }
     double Right() {
         const ReportItem* table = Model().Item(Id("T"));
@@ -56,12 +35,12 @@ class WideTable : public TableWidths {
 
 TEST_F(WideTable, ADraggedColumnStaysOnThePage) {
     // Beside the last column: it has the width of that one, and 24 centimetres become 15.
-    Drop("Region", InBody(15.2, 1.5));
+    DropField("Region", InBody(15.2, 1.5));
     EXPECT_EQ(Grid().columns.size(), 3u);
     EXPECT_EQ(Widths(), "2.5cm 6.25cm 6.25cm ");
     EXPECT_EQ(ReportWidth(), "16cm");
     EXPECT_EQ(Model().Source().UndoCount(), 1u);
-    Drop("Region", InBody(1, 1.5));
+    DropField("Region", InBody(1, 1.5));
     EXPECT_EQ(Grid().columns.size(), 4u);
     EXPECT_NEAR(Right(), 16, 0.02);
     EXPECT_EQ(ReportWidth(), "16cm");
@@ -81,7 +60,7 @@ TEST_F(WideTable, AColumnThatFitsChangesNoOther) {
     Model().Edit("Narrow",
                  [&](Document& document) { SetText(document, Grid().columns[1].element, "Width", "3cm"); });
     Settle();
-    Drop("Region", InBody(8.2, 1.5));
+    DropField("Region", InBody(8.2, 1.5));
     EXPECT_EQ(Widths(), "4cm 3cm 3cm ");
     EXPECT_EQ(ReportWidth(), "15cm");
 }
@@ -114,7 +93,7 @@ TEST_F(WideTable, TheHeadOfADraggedColumnIsACaption) {
     WriteBytes(File(), text);
     ASSERT_TRUE(m_window->OpenFile(File()));
     Settle();
-    Drop("orderYear", InBody(15.2, 1.5));
+    DropField("orderYear", InBody(15.2, 1.5));
     EXPECT_NE(Model().Source().Text().find("<Value>Order Year</Value>"), std::string::npos);
 }
 

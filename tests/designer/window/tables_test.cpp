@@ -1,39 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
 #include <QDialog>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
 
 #include "../tables/small_tables.h"
-#include "designer/model/field_drag.h"
 #include "designer/model/table_selection.h"
-#include "window_fixture.h"
+#include "table_fixture.h"
 
 namespace designer::test {
 namespace {
 
-std::string TableReport() {
-    return With(Report(ListTablix()), "<Width>5cm</Width></Tablix>",
-                "<Top>1cm</Top><Left>1cm</Left></Tablix>");
-}
-
-class Tables : public WindowTest {
+class Tables : public TableWindowTest {
  protected:
-    Tables() : WindowTest(TableReport()) {}
     const std::optional<std::string> m_bodyHeight{"5cm"};
-    TablixGrid Grid() { return GridOf(Model().Source(), Id("T")); }
-    std::string Widths() {
-        std::string text;
-        for (const GridTrack& column : Grid().columns) {
-            text += Model().Source().TextAt(column.element, "Width").value_or("-") + " ";
-        }
-        return text;
-    }
-    std::string Value(const std::string& name) {
-        return Text(name, "Paragraphs/Paragraph/TextRuns/TextRun/Value");
-    }
     std::string RowTexts(std::size_t row) {
         std::string texts;
         for (const GridCell& cell : Grid().cells) {
@@ -42,15 +23,6 @@ class Tables : public WindowTest {
             }
         }
         return texts;
-    }
-    void Drop(const std::string& field, QPoint at) {
-        const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", field}));
-        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-        QApplication::sendEvent(Canvas().viewport(), &drop);
-        Settle();
     }
 };
 
@@ -64,7 +36,7 @@ TEST_F(Tables, ABorderIsPulledToTheGridAsOneStep) {
     EXPECT_EQ(Model().Source().UndoCount(), 2u);
     Run("editUndo");
     Run("editUndo");
-    EXPECT_EQ(Model().Source().Text(), TableReport());
+    EXPECT_EQ(Model().Source().Text(), Placed(Report(ListTablix())));
 }
 
 TEST_F(Tables, BarsSelectColumnsAndRows) {
@@ -199,16 +171,16 @@ TEST_F(Tables, AGroupIsOnTheNameOfAFieldOrAnExpression) {
 }
 
 TEST_F(Tables, AFieldIsDroppedOnACellABorderTheRowBarAndThePage) {
-    Drop("Region", At("D"));
+    DropField("Region", At("D"));
     EXPECT_EQ(Value("D"), "=Fields!Region.Value");
     EXPECT_EQ(UndoName(), "Show Region");
-    Drop("Net_Amount", InBody(6.2, 1.5));
+    DropField("Net_Amount", InBody(6.2, 1.5));
     EXPECT_EQ(RowTexts(0), "Region|Net|Net Amount|");
     EXPECT_EQ(RowTexts(1), "=Fields!Region.Value|=Fields!Region.Value|=Fields!Net_Amount.Value|");
-    Drop("Region", InBody(1, 2) - QPoint(5, 0));
+    DropField("Region", InBody(1, 2) - QPoint(5, 0));
     EXPECT_EQ(RowTexts(1), "=Fields!Region.Value|||");
     EXPECT_EQ(Model().Source().UndoCount(), 3u);
-    Drop("Region", InBody(1, 4.5));
+    DropField("Region", InBody(1, 4.5));
     EXPECT_EQ(Selected(), "Tablix1");
     EXPECT_EQ(Corner("Tablix1"), "1cm 4.5cm");
 }
@@ -247,7 +219,7 @@ TEST_F(Tables, NewTablesShowTheFirstDataSet) {
 TEST_F(Tables, ARefusalIsShown) {
     Click(At("A"));
     Run("tableMoveLeft");
-    EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(), "The column is the first one");
+    EXPECT_EQ(Problem(), "The column is the first one");
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
 

@@ -18,18 +18,7 @@ class TextParts : public DialogTest {
  protected:
     TextParts() : DialogTest(Letter()) {}
 
-    QTextEdit& Open() {
-        Select({"T"});
-        Key(Qt::Key_F2);
-        return Find<QTextEdit>("txtInPlace");
-    }
     QTextEdit& Typed() { return Find<QTextEdit>("txtInPlace"); }
-    static void Mark(QTextEdit& editor, int from, int to) {
-        QTextCursor cursor = editor.textCursor();
-        cursor.setPosition(from);
-        cursor.setPosition(to, QTextCursor::KeepAnchor);
-        editor.setTextCursor(cursor);
-    }
     static std::string Marked(QTextEdit& editor) { return editor.textCursor().selectedText().toStdString(); }
     // The runs, each with what it has in its style.
     std::string Runs() {
@@ -47,15 +36,12 @@ class TextParts : public DialogTest {
         }
         return text;
     }
-    QTreeWidgetItem& Row(const char* tree, const QString& name) {
-        return *Find<QTreeWidget>(tree).findItems(name, Qt::MatchExactly | Qt::MatchRecursive).at(0);
-    }
 };
 
 constexpr const char* Rest = "=First(Fields!City.Value, \"Sales\"){}, ";
 
 TEST_F(TextParts, TheStyleDialogChangesWhatIsMarkedAndTheTextStaysOpen) {
-    Mark(Open(), 8, 10);
+    Mark(OpenText("T"), 8, 10);
     InDialog("formatStyle", [&](QDialog& dialog) {
         Type(dialog, "Font", "Courier New");
         Type(dialog, "Font size", "14");
@@ -75,7 +61,7 @@ TEST_F(TextParts, TheStyleDialogChangesWhatIsMarkedAndTheTextStaysOpen) {
 }
 
 TEST_F(TextParts, ADialogThatIsCancelledLeavesTheFile) {
-    Mark(Open(), 8, 10);
+    Mark(OpenText("T"), 8, 10);
     InDialog("formatStyle", [&](QDialog& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
     QTest::keyClick(&Typed(), Qt::Key_Return);
     Settle();
@@ -84,7 +70,7 @@ TEST_F(TextParts, ADialogThatIsCancelledLeavesTheFile) {
 }
 
 TEST_F(TextParts, KeysOfTheMenuChangeWhatIsMarked) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 8, 13);
     QTest::keyClick(&editor, Qt::Key_Greater, Qt::ControlModifier | Qt::ShiftModifier);
     Settle();
@@ -101,7 +87,7 @@ TEST_F(TextParts, KeysOfTheMenuChangeWhatIsMarked) {
 }
 
 TEST_F(TextParts, TheMenuIsUsedByMouseAndByKeys) {
-    Mark(Open(), 8, 10);
+    Mark(OpenText("T"), 8, 10);
     auto& menu = Find<QMenu>("menuFormat");
     QMenuBar& bar = *m_window->menuBar();
     QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(menu.menuAction()).center());
@@ -121,7 +107,7 @@ TEST_F(TextParts, TheMenuIsUsedByMouseAndByKeys) {
 }
 
 TEST_F(TextParts, TypingGoesOnWhereItWas) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 13, 13);
     QTest::keyClicks(&editor, " a");
     QTest::keyClick(&editor, Qt::Key_R, Qt::ControlModifier);
@@ -134,7 +120,7 @@ TEST_F(TextParts, TypingGoesOnWhereItWas) {
 }
 
 TEST_F(TextParts, WhatWasTypedBeforeIsTakenFirst) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 13, 13);
     QTest::keyClicks(&editor, " all");
     Mark(editor, 14, 17);
@@ -145,12 +131,12 @@ TEST_F(TextParts, WhatWasTypedBeforeIsTakenFirst) {
 }
 
 TEST_F(TextParts, AnOnlyRunIsCutToo) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     editor.selectAll();
     QTest::keyClicks(&editor, "one two");
     QTest::keyClick(&editor, Qt::Key_Return);
     Settle();
-    Mark(Open(), 4, 7);
+    Mark(OpenText("T"), 4, 7);
     InDialog("formatStyle", [&](QDialog& dialog) {
         Type(dialog, "Format", "N2");
         Press(dialog, QDialogButtonBox::Ok);
@@ -159,14 +145,14 @@ TEST_F(TextParts, AnOnlyRunIsCutToo) {
 }
 
 TEST_F(TextParts, AClickOnThePropertiesShowsThoseOfWhatIsMarked) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     Mark(editor, 0, 4);
     auto& properties = Find<QTreeWidget>("properties");
     QTest::mouseClick(properties.viewport(), Qt::LeftButton, {}, QPoint(5, 5));
     properties.setFocus(Qt::MouseFocusReason);
     Settle();
     EXPECT_EQ(Selected(), "TextRun");
-    Row("properties", "Text colour").setText(1, "Red");
+    Row("properties", "Text colour")->setText(1, "Red");
     Settle();
     EXPECT_EQ(Runs(), "Dear{Color:Red;} {}" + std::string(Rest).substr(0, std::string(Rest).size() - 2) +
                           ", hello{}");
@@ -178,7 +164,7 @@ TEST_F(TextParts, AClickOnThePropertiesShowsThoseOfWhatIsMarked) {
 }
 
 TEST_F(TextParts, WithoutAChangeTheRunIsWholeAgain) {
-    Mark(Open(), 0, 4);
+    Mark(OpenText("T"), 0, 4);
     Find<QTreeWidget>("properties").setFocus(Qt::MouseFocusReason);
     Settle();
     EXPECT_NE(Model().Source().Text(), Letter());
@@ -190,7 +176,7 @@ TEST_F(TextParts, WithoutAChangeTheRunIsWholeAgain) {
 }
 
 TEST_F(TextParts, ARunHasALinkOfItsOwn) {
-    Mark(Open(), 8, 13);
+    Mark(OpenText("T"), 8, 13);
     InDialog("itemLinks", [&](QDialog& dialog) {
         EXPECT_FALSE(dialog.findChild<QLineEdit*>("label")->isVisible());
         dialog.findChild<QComboBox*>("kind")->setCurrentIndex(1);
@@ -207,7 +193,7 @@ TEST_F(TextParts, ARunHasALinkOfItsOwn) {
 
 TEST_F(TextParts, RunsAreInTheOutlineAndHaveAStyle) {
     auto& outline = Find<QTreeWidget>("outline");
-    QTreeWidgetItem& row = Row("outline", "Text [First(City)]");
+    QTreeWidgetItem& row = *Row("outline", "Text [First(City)]");
     EXPECT_EQ(row.parent()->text(0), "T");
     outline.setCurrentItem(&row);
     Settle();
@@ -245,7 +231,7 @@ class PlaceholderTest : public TextParts {
 };
 
 TEST_F(PlaceholderTest, ADoubleClickOpensItsExpression) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     QTextCursor cursor(editor.document());
     cursor.setPosition(5);
     const QRect begin = editor.cursorRect(cursor);
@@ -260,7 +246,7 @@ TEST_F(PlaceholderTest, ADoubleClickOpensItsExpression) {
 }
 
 TEST_F(PlaceholderTest, CtrlEOpensTheOneAtTheCursorOrMakesOne) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     const auto press = [&] { QTest::keyClick(&editor, Qt::Key_E, Qt::ControlModifier); };
     Mark(editor, 6, 6);
     Answer(press, "=First(Fields!City.Value, \"Sales\")", "=1+1");
@@ -272,7 +258,7 @@ TEST_F(PlaceholderTest, CtrlEOpensTheOneAtTheCursorOrMakesOne) {
 }
 
 TEST_F(PlaceholderTest, ATypedExpressionIsOpenedAsAWhole) {
-    QTextEdit& editor = Open();
+    QTextEdit& editor = OpenText("T");
     editor.selectAll();
     QTest::keyClicks(&editor, "=1+1");
     Answer([&] { QTest::keyClick(&editor, Qt::Key_E, Qt::ControlModifier); }, "=1+1", "=2+2");

@@ -8,16 +8,27 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDropEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <QTreeWidget>
 #include <algorithm>
+#include <functional>
+#include <memory>
 #include <string>
 
+#include "../shown_dialog.h"
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
+#include "designer/model/field_drag.h"
 #include "designer/window/design_window.h"
 #include "support/config_home.h"
 #include "support/temporary_folder.h"
@@ -65,6 +76,28 @@ inline std::string SmallReport() {
 )";
 }
 
+// The value of a text box with one run.
+inline constexpr const char* RunValue = "Paragraphs/Paragraph/TextRuns/TextRun/Value";
+
+// Drags the data over the widget and drops it there. Returns whether the widget takes it at that place.
+inline bool DropOn(QWidget& widget, const QMimeData& data, QPoint at) {
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&widget, &enter);
+    QDragMoveEvent move(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&widget, &move);
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&widget, &drop);
+    return enter.isAccepted() && move.isAccepted();
+}
+
+// Selects characters of an open text.
+inline void Mark(QTextEdit& editor, int from, int to) {
+    QTextCursor cursor = editor.textCursor();
+    cursor.setPosition(from);
+    cursor.setPosition(to, QTextCursor::KeepAnchor);
+    editor.setTextCursor(cursor);
+}
+
 class WindowTest : public testing::Test {
  protected:
     explicit WindowTest(const std::string& bytes = SmallReport()) {
@@ -107,6 +140,7 @@ class WindowTest : public testing::Test {
     std::string Text(const std::string& name, const char* path) {
         return Model().Source().TextAt(Id(name), path).value_or("-");
     }
+    std::string Value(const std::string& name) { return Text(name, RunValue); }
     std::string Corner(const std::string& name) { return Text(name, "Left") + " " + Text(name, "Top"); }
     std::string Size(const std::string& name) { return Text(name, "Width") + " " + Text(name, "Height"); }
     std::string Selected() {
@@ -125,6 +159,26 @@ class WindowTest : public testing::Test {
         Model().Select(ids);
         Settle();
     }
+    // The first row with the text in a tree of the window; nullptr if there is none.
+    QTreeWidgetItem* Row(const char* tree, const QString& text) {
+        const auto found = Find<QTreeWidget>(tree).findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? nullptr : found.front();
+    }
+    // Types a value into a row of the properties as a hand does: the row is current, Enter opens it and takes
+    // it.
+    void TypeInRow(QTreeWidgetItem* row, const QString& value) {
+        ASSERT_NE(row, nullptr);
+        auto& pane = Find<QTreeWidget>("properties");
+        pane.setFocus();
+        pane.setCurrentItem(row, 1);
+        QTest::keyClick(&pane, Qt::Key_Return);
+        ASSERT_NE(QApplication::focusWidget(), &pane);
+        TypeInEditor(value);
+        Settle();
+    }
+    // The first line of the list of problems.
+    std::string Problem() { return Find<QListWidget>("problems").item(0)->text().toStdString(); }
+    std::string Status() { return m_window->statusBar()->currentMessage().toStdString(); }
     std::string UndoName() { return Model().Source().UndoName(); }
 
     // The middle of an item on the viewport.
@@ -153,9 +207,42 @@ class WindowTest : public testing::Test {
                          Qt::LeftButton, modifiers);
         QApplication::sendEvent(Canvas().viewport(), &move);
     }
+    // Drags a field of a data set to a place of the viewport.
+    void DropField(const std::string& field, QPoint at, const std::string& set = "Sales") {
+        const std::unique_ptr<QMimeData> data(MimeDataOf({set, field}));
+        EXPECT_TRUE(DropOn(*Canvas().viewport(), *data, at)) << field;
+        Settle();
+    }
+    // Opens the text of an item.
+    QTextEdit& OpenText(const std::string& name) {
+        Select({name});
+        Key(Qt::Key_F2);
+        return Find<QTextEdit>("txtInPlace");
+    }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&Canvas(), key, modifiers);
         Settle();
+    }
+    // Does what `work` says, and closes the dialog that opens. Returns its name and, if `line` is given, the
+    // text of this line in it.
+    static std::string Opened(const std::function<void()>& work, const char* line = nullptr) {
+        std::string opened = "none";
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &look, [&] {
+            if (QWidget* dialog = QApplication::activeModalWidget()) {
+                opened = dialog->objectName().toStdString();
+                if (line) {
+                    const auto* name = dialog->findChild<QLineEdit*>(line);
+                    opened += " " + (name ? name->text().toStdString() : "-");
+                }
+                look.stop();
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            }
+        });
+        look.start(20);
+        work();
+        Settle();
+        return opened;
     }
     void Run(const char* command) {
         QAction& action = Find<QAction>(command);

@@ -4,16 +4,11 @@
 
 #include "rdl/api/report.h"
 #include "rdl/spatial/shape_files.h"
+#include "rdl/string_output.h"
 #include "support/temporary_folder.h"
 
 namespace rdl {
 namespace {
-
-struct Text final : Output {
-    std::string bytes;
-    using Output::Write;
-    void Write(const char* data, std::size_t size) override { bytes.append(data, size); }
-};
 
 class MapFile : public testing::Test {
  protected:
@@ -39,7 +34,7 @@ class MapFile : public testing::Test {
                  "</MapLegends><Width>200pt</Width><Height>200pt</Height></Map></ReportItems><Height>200pt</"
                  "Height>"
                  "</Body><Width>200pt</Width><Page/></ReportSection></ReportSections></Report>");
-        Text output;
+        StringOutput output;
         try {
             OpenReport((m_folder / "map.rdl").string())->Write(DocumentFormat::Html, output);
         } catch (const std::exception& error) {

@@ -16,7 +16,6 @@ using layout::Cell;
 using layout::Report;
 using layout::RowOf;
 using layout::Tablix;
-using test::StringOutput;
 
 const std::string Mark = "\xEF\xBB\xBF";
 

@@ -2,7 +2,6 @@
 // Pictures in Word documents.
 #include <gmock/gmock.h>
 
-#include <QImage>
 
 #include "rdl/image_bytes.h"
 #include "rdl/raises.h"
@@ -16,26 +15,15 @@ using layout::Instance;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::string Encoded(const char* format) {
-    QImage image(8, 4, QImage::Format_RGB32);
-    image.fill(0x336699);
-    return FileOf(image, format);
-}
-
 Instance Picture(const std::string& bytes) {
-    Instance image;
-    image.kind = layout::InstanceKind::Image;
-    image.name = "Logo";
+    Instance image = PictureItem(bytes);
     image.toolTip = "The \"logo\"";
-    image.width = 50;
-    image.height = 25;
-    image.imageBytes = std::make_shared<const std::string>(bytes);
     return image;
 }
 
 TEST(Docx, PicturesHaveTheirSizeAndAlternativeText) {
-    const std::string docx = Docx(SampleReport({Picture(Encoded("PNG"))}));
-    EXPECT_EQ(ZipPart(docx, "word/media/image1.png"), Encoded("PNG"));
+    const std::string docx = Docx(SampleReport({Picture(SmallPicture("PNG"))}));
+    EXPECT_EQ(ZipPart(docx, "word/media/image1.png"), SmallPicture("PNG"));
     const DocxRead document(ZipPart(docx, "word/document.xml"));
     EXPECT_THAT(document.xml(), HasSubstr("<wp:extent cx=\"635000\" cy=\"317500\"/><wp:docPr id=\"1\" "
                                           "name=\"Logo\" descr=\"The &quot;logo&quot;\"/>"));
@@ -46,10 +34,10 @@ TEST(Docx, PicturesHaveTheirSizeAndAlternativeText) {
 }
 
 TEST(Docx, EqualPicturesAreStoredOnce) {
-    Instance second = Picture(Encoded("PNG")), third = Picture(Encoded("JPG"));
+    Instance second = Picture(SmallPicture("PNG")), third = Picture(SmallPicture("JPG"));
     second.y = 30;
     third.y = 60;
-    const std::string docx = Docx(SampleReport({Picture(Encoded("PNG")), second, third}, {second}));
+    const std::string docx = Docx(SampleReport({Picture(SmallPicture("PNG")), second, third}, {second}));
     EXPECT_EQ(Count(docx, "word/media/image1.png"), 2U);  // its header, and its entry of the directory
     EXPECT_EQ(Count(docx, "word/media/image2.jpeg"), 2U);
     EXPECT_EQ(Count(docx, "word/media/"), 4U);
@@ -59,13 +47,14 @@ TEST(Docx, EqualPicturesAreStoredOnce) {
 }
 
 TEST(Docx, PicturesOfOtherKindsBecomePng) {
-    EXPECT_EQ(ZipPart(Docx(SampleReport({Picture(Encoded("BMP"))})), "word/media/image1.png").substr(1, 3),
-              "PNG");
+    EXPECT_EQ(
+        ZipPart(Docx(SampleReport({Picture(SmallPicture("BMP"))})), "word/media/image1.png").substr(1, 3),
+        "PNG");
     EXPECT_THAT(ErrorRaisedBy([] { Docx(SampleReport({Picture("<svg>")})); }), HasSubstr("\"Logo\""));
 }
 
 TEST(Docx, ClippedPicturesAreCut) {
-    Instance image = Picture(Encoded("PNG"));  // 8 by 4 pixels: 6 by 3 points
+    Instance image = Picture(SmallPicture("PNG"));  // 8 by 4 pixels: 6 by 3 points
     image.sizing = Instance::Sizing::Clip;
     image.width = 4.5;
     EXPECT_THAT(DocxRead(SampleReport({image})).xml(), HasSubstr("<a:srcRect r=\"25000\" b=\"0\"/>"));

@@ -47,7 +47,7 @@ std::string FullPage() {
 
 QImage Picture(const std::string& report, int page, double dots = 96, int pixelsOfBand = 16'000'000) {
     const layout::BuiltKit kit = layout::BuildKit(report, layout::Sales({}));
-    test::StringOutput output;
+    StringOutput output;
     Options options;
     options.choices.page = page;
     options.choices.dotsPerInch = dots;

@@ -2,7 +2,6 @@
 // Pictures in RTF documents.
 #include <gtest/gtest.h>
 
-#include <QImage>
 #include <cstdio>
 
 #include "rdl/image_bytes.h"
@@ -14,27 +13,10 @@ namespace {
 
 using namespace test;
 using layout::Instance;
-using layout::InstanceKind;
-
-Instance Picture(const std::string& bytes) {
-    Instance image;
-    image.kind = InstanceKind::Image;
-    image.name = "Logo";
-    image.width = 50;
-    image.height = 25;
-    image.imageBytes = std::make_shared<const std::string>(bytes);
-    return image;
-}
-
-std::string Encoded(const char* format) {
-    QImage image(8, 4, QImage::Format_RGB32);
-    image.fill(0x336699);
-    return FileOf(image, format);
-}
 
 TEST(Rtf, ImagesAreInTheFile) {
-    const std::string png = Encoded("PNG");
-    const RtfDocument document = Document({Picture(png)});
+    const std::string png = SmallPicture("PNG");
+    const RtfDocument document = Document({PictureItem(png)});
     std::string hex;
     for (const char c : png) {
         char digits[3];
@@ -45,19 +27,19 @@ TEST(Rtf, ImagesAreInTheFile) {
     EXPECT_EQ(document.Count("pngblip"), 1);
     EXPECT_EQ(document.Count("picwgoal1000"), 1);
     EXPECT_EQ(document.Count("pichgoal500"), 1);
-    EXPECT_EQ(Document({Picture(Encoded("JPG"))}).Count("jpegblip"), 1);
+    EXPECT_EQ(Document({PictureItem(SmallPicture("JPG"))}).Count("jpegblip"), 1);
 }
 
 TEST(Rtf, ImagesOfOtherKindsBecomePng) {
-    const RtfDocument document = Document({Picture(Encoded("BMP"))});
+    const RtfDocument document = Document({PictureItem(SmallPicture("BMP"))});
     EXPECT_EQ(document.Count("pngblip"), 1);
     EXPECT_EQ(document.Hidden("pict").substr(0, 16), "89504e470d0a1a0a");
-    EXPECT_THROW(Document({Picture("BM is not enough")}), Error);
-    EXPECT_THROW(Document({Picture("<svg>")}), Error);
+    EXPECT_THROW(Document({PictureItem("BM is not enough")}), Error);
+    EXPECT_THROW(Document({PictureItem("<svg>")}), Error);
 }
 
 TEST(Rtf, ClippedImagesAreCropped) {
-    Instance image = Picture(Encoded("PNG"));  // 8 by 4 pixels: 6 by 3 points
+    Instance image = PictureItem(SmallPicture("PNG"));  // 8 by 4 pixels: 6 by 3 points
     image.sizing = Instance::Sizing::Clip;
     image.width = 4;
     const RtfDocument document = Document({image});

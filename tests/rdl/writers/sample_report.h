@@ -10,15 +10,10 @@
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
+#include "rdl/string_output.h"
 #include "rdl/writers/common/writers.h"
 
 namespace rdl::writers::test {
-
-struct StringOutput : Output {
-    std::string bytes;
-    void Write(const char* data, std::size_t size) override { bytes.append(data, size); }
-    using Output::Write;
-};
 
 // How often a document has the piece.
 inline std::size_t Count(const std::string& document, const std::string& piece) {
@@ -102,6 +97,17 @@ inline layout::Instance TableItem(std::shared_ptr<SampleTable> table, double x =
     }
     item.height = 30;
     item.table = std::move(table);
+    return item;
+}
+
+// A picture of 50 by 25 points.
+inline layout::Instance PictureItem(const std::string& bytes) {
+    layout::Instance item;
+    item.kind = layout::InstanceKind::Image;
+    item.name = "Logo";
+    item.width = 50;
+    item.height = 25;
+    item.imageBytes = std::make_shared<const std::string>(bytes);
     return item;
 }
 

@@ -17,7 +17,6 @@ using layout::TableRow;
 using test::AddCell;
 using test::NumberedRows;
 using test::SampleReport;
-using test::StringOutput;
 using test::TableItem;
 using test::TextItem;
 using test::ValueItem;

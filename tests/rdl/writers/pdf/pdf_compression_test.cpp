@@ -16,8 +16,6 @@
 namespace rdl::writers {
 namespace {
 
-using test::StringOutput;
-
 // Texts of different lengths that shrink.
 std::string StreamText(int number) {
     std::string text;
