@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/PackageJobs.h"
 
-#include <map>
+#include <string_view>
 
 #include "dialogs/PackageRecords.h"
 #include "dialogs/frmPar.h"
+#include "execution/ExportFormat.h"
 #include "execution/RunReport.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
@@ -16,17 +17,16 @@ namespace package {
 
 namespace {
 
-// ".MS Word" (sic) is the word for documents in the stored data here. Returns an empty text for a word that
-// is not in the table.
-std::string ExtensionOf(const std::string& format) {
-    static const std::map<std::string, std::string> extensions = {
-        {"Acrobat", ".pdf"},  {"PDF", ".pdf"},      {"Acrobat Format (PDF)", ".pdf"},
-        {"Excel", ".xls"},    {"MS Excel", ".xls"}, {"WinWord", ".doc"},
-        {".MS Word", ".doc"}, {"RTF", ".rtf"},      {"Rich Text", ".rtf"},
-        {"HTML", ".html"},    {"DHTML", ".html"},
-    };
-    const auto found = extensions.find(format);
-    return found == extensions.end() ? std::string() : found->second;
+// Returns the extension, with its dot, of a file that a user saves in this format, or an empty text for a
+// word that is not known. ".MS Word" is the word for documents here, and "MS Word" is none (sic).
+std::string ExtensionOf(const std::string& word) {
+    constexpr std::string_view Stored = "MS Word", Here = ".MS Word";
+    if (word == Stored) {
+        return {};
+    }
+    const auto format =
+        Global::RecogniseFormat(Global::Runner::PackageDemand, word == Here ? std::string(Stored) : word);
+    return format ? "." + std::string(report::RowOf(*format).word) : std::string();
 }
 
 void ReadStoredValues(const std::string& condition) {

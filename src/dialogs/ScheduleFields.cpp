@@ -23,9 +23,9 @@ void ListFolders(ComboBox& cmbFolder) {
     folders.Close();
 }
 
-void ListFormats(ComboBox& cmbFormat) {
-    for (const char* format : {"Acrobat Format (PDF)", "DHTML", "MS Excel", "MS Word", "Rich Text"}) {
-        cmbFormat.AddItem(format);
+void ListFormats(ComboBox& cmbFormat, Global::FormatList list) {
+    for (const Global::OfferedFormat& offered : Global::OfferedFormats(list)) {
+        cmbFormat.AddItem(std::string(offered.word));
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "execution/ExportFormat.h"
+
 class ComboBox;
 class DTPicker;
 class EditableText;
@@ -16,8 +18,8 @@ inline constexpr const char* FieldsMissing = "Please fill in all the fields";
 // Adds the names of all folders to the list if it is empty. Errors pass to the caller.
 void ListFolders(ComboBox& cmbFolder);
 
-// Adds the format words of single schedules.
-void ListFormats(ComboBox& cmbFormat);
+// Adds the words of the list of formats.
+void ListFormats(ComboBox& cmbFormat, Global::FormatList list);
 
 // Sets the values of a new schedule: at this time of day, from today on, without an end that anybody will
 // see.

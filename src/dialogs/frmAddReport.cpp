@@ -24,6 +24,7 @@
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "platform/controls/kit/window_size.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "store/TextConventions.h"
@@ -31,8 +32,11 @@
 
 namespace {
 
+namespace frequencies = Global::frequencies;
+
 // Indexed by the numbers of optFreq, from 1.
-constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", "Weekly", "Monthly"};
+constexpr std::array<std::string_view, 5> FrequencyWords = {"", frequencies::Daily, frequencies::Weekdays,
+                                                            frequencies::Weekly, frequencies::Monthly};
 
 // Returns the text before the nth backslash, where n is the position of the first one (sic): three levels of
 // folders on a drive, an empty text for a path that begins with a backslash.
@@ -80,7 +84,7 @@ frmAddReport::frmAddReport(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmAddReport>()), cd(this) {
     m_ui->setupUi(this);
     cd.setObjectName("cd");
-    ListFormats(*m_ui->cmbFormat);
+    ListFormats(*m_ui->cmbFormat, Global::FormatList::Schedules);
     m_ui->txtBrowse->ShowsPaths(true);
     m_ui->lsvPar->View(ListView::ReportView);
     m_ui->lsvPar->LabelEdit(false);  // the names come from the report
@@ -137,7 +141,7 @@ void frmAddReport::Form_Load() {
     SetFirstTimes(*m_ui->msTime, *m_ui->dtStart, *m_ui->dtEnd);
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Name");
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Value");
-    FrequencyWord = "Daily";
+    FrequencyWord = frequencies::Daily;
     LoginRequired = "F";
     m_ui->cmdNext->setFocus();
 }

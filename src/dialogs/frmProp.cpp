@@ -18,6 +18,7 @@
 #include "platform/base/resume_next.h"
 #include "platform/contracts/adodb.h"
 #include "platform/controls/kit/window_size.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "ui_frmProp.h"
@@ -28,14 +29,15 @@ constexpr int NewPackageButton = 3, PreviewButton = 5;  // of the Desktop's Tool
 
 struct Frequency {
     OptionButton* option;
-    const char* word;  // as it is stored
+    std::string_view word;  // as it is stored
 };
 
 std::array<Frequency, 4> Frequencies(const Ui::frmProp& form) {
-    return {{{form.optDaily, "Daily"},
-             {form.optWeekly, "Weekly"},
-             {form.optWeekDays, "WeekDays"},  // sic: the wizard writes "Weekdays"
-             {form.optMonthly, "Monthly"}}};
+    namespace frequencies = Global::frequencies;
+    return {{{form.optDaily, frequencies::Daily},
+             {form.optWeekly, frequencies::Weekly},
+             {form.optWeekDays, frequencies::WeekDaysOfProperties},
+             {form.optMonthly, frequencies::Monthly}}};
 }
 
 void ShowFormat(ComboBox& cmbFormat, const std::string& word) {
@@ -69,7 +71,7 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     for (const char* tab : {"General", "Schedule", "Parameters", "Formula", "Report Logon", "Email"}) {
         m_ui->TabStrip1->Add(tab);
     }
-    ListFormats(*m_ui->cmbFormat);
+    ListFormats(*m_ui->cmbFormat, Global::FormatList::Schedules);
     m_ui->lsvPar->View(ListView::ReportView);
     m_ui->lsvPar->LabelEdit(false);  // the names come from the report
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
@@ -212,7 +214,7 @@ void frmProp::TickFrequency(const std::string& word) {
 std::string frmProp::FrequencyWord() const {
     for (const auto& [option, word] : Frequencies(*m_ui)) {
         if (option->Value()) {
-            return word;
+            return std::string(word);
         }
     }
     return {};

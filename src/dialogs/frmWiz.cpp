@@ -21,6 +21,7 @@
 #include "platform/controls/folders/common_dialog.h"
 #include "platform/controls/kit/window_size.h"
 #include "platform/shell/window_handle.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "store/TextConventions.h"
@@ -76,12 +77,12 @@ frmWiz::frmWiz(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frm
 frmWiz::~frmWiz() = default;
 
 void frmWiz::FillControls() {
-    for (const char* frequency : {"Daily", "Monthly", "Quartely", "Weekly"}) {  // "Quartely": sic
-        m_ui->cmbFreq1->AddItem(frequency);
+    auto words = Global::frequencies::OfPackages;
+    std::sort(words.begin(), words.end());
+    for (const std::string_view word : words) {
+        m_ui->cmbFreq1->AddItem(std::string(word));
     }
-    for (const char* format : {"Acrobat Format (PDF)", "HTML", "MS Excel", "MS Word", "Rich Text"}) {
-        m_ui->cmbFormat1->AddItem(format);
-    }
+    ListFormats(*m_ui->cmbFormat1, Global::FormatList::PackageWizard);
     m_ui->filList->Pattern("*.rpt");
     m_ui->txtReport1->ShowsPaths(true);
     m_ui->lsvReports->AcceptFiles(true);

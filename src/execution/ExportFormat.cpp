@@ -18,24 +18,45 @@ namespace {
 
 enum class KnownTo { All, AllButPackagePoll };
 
+// The lists that offer a word.
+struct In {
+    bool schedules = false;
+    bool packageWizard = false;
+    bool packageCommands = false;
+
+    constexpr bool Has(FormatList list) const {
+        return list == FormatList::Schedules       ? schedules
+               : list == FormatList::PackageWizard ? packageWizard
+                                                   : packageCommands;
+    }
+};
+
 struct Word {
     std::string_view word;
     DocumentFormat format;
     KnownTo knownTo = KnownTo::All;
+    In in = {};
 };
 
+constexpr In AllLists = {.schedules = true, .packageWizard = true, .packageCommands = true};
+constexpr In PackageLists = {.packageWizard = true, .packageCommands = true};
+
+// The one table of the words, in the order in which the lists offer them.
 constexpr std::array Words = {
-    Word{"Acrobat", DocumentFormat::Pdf},
+    Word{"Acrobat", DocumentFormat::Pdf, KnownTo::All, {.packageCommands = true}},
+    Word{"Acrobat Format (PDF)",
+         DocumentFormat::Pdf,
+         KnownTo::AllButPackagePoll,
+         {.schedules = true, .packageWizard = true}},
     Word{"PDF", DocumentFormat::Pdf, KnownTo::AllButPackagePoll},
-    Word{"Acrobat Format (PDF)", DocumentFormat::Pdf, KnownTo::AllButPackagePoll},
-    Word{"RTF", DocumentFormat::Rtf},
-    Word{"Rich Text", DocumentFormat::Rtf},
+    Word{"DHTML", DocumentFormat::Html, KnownTo::All, {.schedules = true}},
+    Word{"HTML", DocumentFormat::Html, KnownTo::All, PackageLists},
     Word{"Excel", DocumentFormat::Excel},
-    Word{"MS Excel", DocumentFormat::Excel},
-    Word{"HTML", DocumentFormat::Html},
-    Word{"DHTML", DocumentFormat::Html},
+    Word{"MS Excel", DocumentFormat::Excel, KnownTo::All, AllLists},
+    Word{"MS Word", DocumentFormat::Word, KnownTo::All, AllLists},
     Word{"WinWord", DocumentFormat::Word},
-    Word{"MS Word", DocumentFormat::Word},
+    Word{"RTF", DocumentFormat::Rtf},
+    Word{"Rich Text", DocumentFormat::Rtf, KnownTo::All, AllLists},
 };
 
 // A second row for a word would never be found.
@@ -57,6 +78,16 @@ std::optional<DocumentFormat> RecogniseFormat(Runner runner, const std::string& 
         }
     }
     return std::nullopt;
+}
+
+std::vector<OfferedFormat> OfferedFormats(FormatList list) {
+    std::vector<OfferedFormat> offered;
+    for (const Word& known : Words) {
+        if (known.in.Has(list)) {
+            offered.push_back({known.format, known.word});
+        }
+    }
+    return offered;
 }
 
 std::string HtmlOutputFile(const std::string& reportTitle) {

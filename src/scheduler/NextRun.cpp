@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scheduler/NextRun.h"
 
+#include "scheduler/Frequencies.h"
+
 namespace Global {
 
 namespace {
@@ -20,18 +22,18 @@ DateValue FirstMondayOfNextMonth(DateValue stored) {
 }  // namespace
 
 void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& NextDate) {
-    if (frequency == "Daily") {
+    if (frequency == frequencies::Daily) {
         NextDate = AddDays(stored, 1);
-    } else if (frequency == "Weekly") {
+    } else if (frequency == frequencies::Weekly) {
         NextDate = AddDays(stored, 7);
-    } else if (frequency == "Monthly") {
+    } else if (frequency == frequencies::Monthly) {
         NextDate = AddMonths(stored, 1);
-    } else if (frequency == "Weekdays") {
+    } else if (frequency == frequencies::Weekdays) {
         NextDate = AddDays(stored, 1);
         while (WeekdayFromMonday(NextDate) > Friday) {
             NextDate = AddDays(NextDate, 1);
         }
-    } else if (frequency == "Weekends") {
+    } else if (frequency == frequencies::Weekends) {
         NextDate = AddDays(stored, 1);
         while (WeekdayFromMonday(NextDate) < Saturday) {
             NextDate = AddDays(NextDate, 1);
@@ -40,16 +42,16 @@ void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& Ne
 }
 
 DateValue NextPackageRun(const std::string& frequency, DateValue stored) {
-    if (frequency == "Monthly") {
+    if (frequency == frequencies::Monthly) {
         return FirstMondayOfNextMonth(stored);
     }
-    if (frequency == "Weekly") {
+    if (frequency == frequencies::Weekly) {
         return AddDays(stored, 7);
     }
-    if (frequency == "Daily") {
+    if (frequency == frequencies::Daily) {
         return AddDays(stored, 1);
     }
-    if (frequency == "Quartely") {  // sic, as the wizard writes it
+    if (frequency == frequencies::Quarterly) {
         return AddMonths(stored, 3);
     }
     return AddMonths(stored, 1);

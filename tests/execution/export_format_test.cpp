@@ -41,6 +41,41 @@ TEST(FormatWord, SmallLettersMatchNothing) {
     }
 }
 
+// Every list offers each format that schedules can have once.
+TEST(FormatWord, ListsOfferEachFormatOnce) {
+    using Global::FormatList;
+    for (const FormatList list :
+         {FormatList::Schedules, FormatList::PackageWizard, FormatList::PackageCommands}) {
+        std::vector<DocumentFormat> formats;
+        for (const Global::OfferedFormat& offered : Global::OfferedFormats(list)) {
+            formats.push_back(offered.format);
+        }
+        EXPECT_EQ(formats, (std::vector{DocumentFormat::Pdf, DocumentFormat::Html, DocumentFormat::Excel,
+                                        DocumentFormat::Word, DocumentFormat::Rtf}));
+    }
+}
+
+// Returns the words of the list that the runner does not know.
+std::vector<std::string> Unknown(Runner runner, Global::FormatList list) {
+    std::vector<std::string> words;
+    for (const Global::OfferedFormat& offered : Global::OfferedFormats(list)) {
+        if (RecogniseFormat(runner, std::string(offered.word)) != offered.format) {
+            words.emplace_back(offered.word);
+        }
+    }
+    return words;
+}
+
+TEST(FormatWord, RunnersKnowTheWordsThatAreOffered) {
+    using Global::FormatList;
+    const std::vector<std::string> none, wordOfWizard = {"Acrobat Format (PDF)"};
+    EXPECT_EQ(Unknown(Runner::Single, FormatList::Schedules), none);
+    EXPECT_EQ(Unknown(Runner::PackageDemand, FormatList::PackageWizard), none);
+    EXPECT_EQ(Unknown(Runner::PackageDemand, FormatList::PackageCommands), none);
+    EXPECT_EQ(Unknown(Runner::PackagePoll, FormatList::PackageCommands), none);
+    EXPECT_EQ(Unknown(Runner::PackagePoll, FormatList::PackageWizard), wordOfWizard);  // sic
+}
+
 TEST(FormatWord, HasTheEnginesCode) {
     EXPECT_EQ(report::CodeOf(DocumentFormat::Pdf), 31);
     EXPECT_EQ(report::CodeOf(DocumentFormat::Rtf), 35);

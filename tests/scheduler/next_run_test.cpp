@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "scheduler/Frequencies.h"
 #include "store/TextConventions.h"
 
 namespace {
@@ -85,4 +88,28 @@ TEST(NextRun, OtherPackageWordsMoveOnByAMonth) {
     for (const char* word : {"Weekdays", "WeekDays", "Weekends", "weekly", "Quarterly", ""}) {
         EXPECT_EQ(Package(word, Text(2026, 10, 31)), "2026-11-30") << word;
     }
+}
+
+// Each word of the table has a rule of its own: no two are alike on a Friday and on a Sunday.
+TEST(NextRun, EveryWordOfSchedulesHasItsRule) {
+    const auto dates = [](std::string_view word) {
+        return Single(std::string(word), Text(2026, 11, 20)) + Single(std::string(word), Text(2026, 11, 22));
+    };
+    std::set<std::string> all;
+    for (const std::string_view word : Global::frequencies::OfSchedules) {
+        all.insert(dates(word));
+    }
+    EXPECT_EQ(Global::frequencies::OfSchedules.size(), 6U);
+    EXPECT_EQ(all.size(), 6U);
+    EXPECT_EQ(dates("WeekDays"), dates("unknown"));  // sic
+}
+
+TEST(NextRun, EveryWordOfPackagesHasItsRule) {
+    const DateValue saturday = Text(2026, 10, 31);
+    std::set<std::string> dates = {Package("unknown", saturday)};
+    for (const std::string_view word : Global::frequencies::OfPackages) {
+        dates.insert(Package(std::string(word), saturday));
+    }
+    EXPECT_EQ(Global::frequencies::OfPackages.size(), 4U);
+    EXPECT_EQ(dates.size(), 5U);
 }

@@ -19,6 +19,7 @@
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/profile/mail_profile.h"
 #include "platform/posix/small_file.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/output.h"
@@ -26,20 +27,15 @@
 namespace tools {
 namespace {
 
-struct Word {
-    std::string_view option, stored;
+struct FrequencyOption {
+    std::string_view option, word;
 };
 
-// "Quartely": sic.
-constexpr std::array Frequencies = {Word{"daily", "Daily"}, Word{"weekdays", "Weekdays"},
-                                    Word{"weekly", "Weekly"}, Word{"monthly", "Monthly"},
-                                    Word{"quarterly", "Quartely"}};
-constexpr std::array ScheduleFormats = {Word{"pdf", "Acrobat Format (PDF)"}, Word{"html", "DHTML"},
-                                        Word{"xls", "MS Excel"}, Word{"doc", "MS Word"},
-                                        Word{"rtf", "Rich Text"}};
-// "Acrobat" is the only word for PDF that the poll of packages knows.
-constexpr std::array PackageFormats = {Word{"pdf", "Acrobat"}, Word{"html", "HTML"}, Word{"xls", "MS Excel"},
-                                       Word{"doc", "MS Word"}, Word{"rtf", "Rich Text"}};
+constexpr std::array FrequencyOptions = {FrequencyOption{"daily", Global::frequencies::Daily},
+                                         FrequencyOption{"weekdays", Global::frequencies::Weekdays},
+                                         FrequencyOption{"weekly", Global::frequencies::Weekly},
+                                         FrequencyOption{"monthly", Global::frequencies::Monthly},
+                                         FrequencyOption{"quarterly", Global::frequencies::Quarterly}};
 
 int IndexOf(report::Report& report, const std::string& name) {
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
@@ -242,9 +238,11 @@ std::string CheckedRecipients(const std::vector<std::string>& lists) {
 }
 
 std::string CheckedFormat(const std::string& format, Global::Runner runner) {
-    for (const Word& word : runner == Global::Runner::Single ? ScheduleFormats : PackageFormats) {
-        if (SameAscii(word.option, format)) {
-            return std::string(word.stored);
+    const Global::FormatList list = runner == Global::Runner::Single ? Global::FormatList::Schedules
+                                                                     : Global::FormatList::PackageCommands;
+    for (const Global::OfferedFormat& offered : Global::OfferedFormats(list)) {
+        if (SameAscii(report::RowOf(offered.format).word, format)) {
+            return std::string(offered.word);
         }
     }
     if (!Global::RecogniseFormat(runner, format)) {
@@ -291,17 +289,17 @@ DateRange CheckedDates(const CommandLine& line) {
     return range;
 }
 
-std::string FrequencyOf(const CommandLine& line, const std::string& otherwise) {
-    std::string word;
-    for (const Word& known : Frequencies) {
+std::string FrequencyOf(const CommandLine& line, std::string_view otherwise) {
+    std::string_view word;
+    for (const FrequencyOption& known : FrequencyOptions) {
         if (line.Has(known.option)) {
             if (!word.empty()) {
                 throw ScheduleUsageError("one frequency is enough");
             }
-            word = known.stored;
+            word = known.word;
         }
     }
-    return word.empty() ? otherwise : word;
+    return std::string(word.empty() ? otherwise : word);
 }
 
 std::string GivenPath(const std::string& text) {

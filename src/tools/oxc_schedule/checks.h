@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "execution/ExportFormat.h"
@@ -67,7 +68,7 @@ struct DateRange {
 DateRange CheckedDates(const CommandLine& line);
 
 // Returns the stored word of the given frequency option, or `otherwise`. Raises ScheduleUsageError for two.
-std::string FrequencyOf(const CommandLine& line, const std::string& otherwise);
+std::string FrequencyOf(const CommandLine& line, std::string_view otherwise);
 
 // Returns the path of the system for a path that the user gives. An empty one stays empty.
 std::string GivenPath(const std::string& text);

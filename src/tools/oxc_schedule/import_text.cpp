@@ -2,8 +2,8 @@
 #include "tools/oxc_schedule/import_text.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
-#include <initializer_list>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,6 +11,7 @@
 #include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
+#include "scheduler/Frequencies.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/output.h"
@@ -19,8 +20,6 @@
 
 namespace tools {
 namespace {
-
-using Words = std::initializer_list<std::string_view>;
 
 // The fields of one item. A field that nobody asked for is unknown.
 class Fields {
@@ -80,7 +79,8 @@ class Fields {
 };
 
 // Words are compared exactly, as the polls do.
-std::string CheckedFrequency(const std::string& word, Words known) {
+template <std::size_t Count>
+void CheckFrequency(const std::string& word, const std::array<std::string_view, Count>& known) {
     if (std::find(known.begin(), known.end(), word) == known.end()) {
         std::string list;
         for (const std::string_view one : known) {
@@ -88,7 +88,6 @@ std::string CheckedFrequency(const std::string& word, Words known) {
         }
         Refuse("the frequency " + Quoted(word) + " is not one of " + list);
     }
-    return word;
 }
 
 std::string CheckedDate(const std::string& text) {
@@ -205,7 +204,7 @@ StoredSchedule ReadSchedule(const QJsonValue& value, const FormerItems& stored) 
     row.endDate = CheckedDate(row.endDate);
     row.runAt = CheckedTime(row.runAt);
     if (!row.frequency.empty()) {
-        CheckedFrequency(row.frequency, {"Daily", "Weekdays", "WeekDays", "Weekends", "Weekly", "Monthly"});
+        CheckFrequency(row.frequency, Global::frequencies::OfSchedules);
     }
     if (!row.format.empty()) {
         row.format = CheckedFormat(row.format, Global::Runner::Single);
@@ -276,7 +275,7 @@ StoredPackage ReadPackage(const QJsonValue& value, const FormerItems& stored) {
     Global::NewPackage& row = package.row;
     row.name = Mandatory("name", row.name);
     row.recipients = row.mailBatch == "T" ? CheckedRecipients({row.recipients}) : row.recipients;
-    CheckedFrequency(row.frequency, {"Daily", "Weekly", "Monthly", "Quartely"});  // sic
+    CheckFrequency(row.frequency, Global::frequencies::OfPackages);
     row.runTime = CheckedTime(row.runTime);
     row.startDate = CheckedDate(row.startDate);
     row.endDate = CheckedDate(row.endDate);

@@ -9,6 +9,7 @@
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/commands.h"
@@ -79,7 +80,7 @@ Global::NewPackage PackageOf(const CommandLine& line) {
     const DateRange dates = CheckedDates(line);
     const auto output = line.Value("output");
     return {.recipients = RecipientsOf(line),
-            .frequency = FrequencyOf(line, "Daily"),
+            .frequency = FrequencyOf(line, Global::frequencies::Daily),
             .runTime = CheckedTime(RequiredOption(line, "at")),
             .startDate = dates.start,
             .endDate = dates.end,

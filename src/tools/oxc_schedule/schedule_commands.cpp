@@ -3,6 +3,7 @@
 #include "execution/on_demand/RunOnDemand.h"
 #include "platform/base/marks.h"
 #include "platform/base/text.h"
+#include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "tools/hidden_arguments.h"
 #include "tools/oxc_schedule/checks.h"
@@ -92,7 +93,7 @@ Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& re
         .startDate = dates.start,
         .endDate = dates.end,
         .runAt = CheckedTime(RequiredOption(line, "at")),
-        .frequency = FrequencyOf(line, "Daily"),
+        .frequency = FrequencyOf(line, Global::frequencies::Daily),
         .nextRun = dates.start,
         .reportPath = {},
         .title = CheckedTitle(line.ValueOr("title", report.Title())),
