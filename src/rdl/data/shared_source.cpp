@@ -12,6 +12,7 @@
 #include "rdl/definition/query_words.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/xml/flag.h"
 
 namespace rdl::data {
 namespace {
@@ -92,21 +93,27 @@ Expr ConnectStringOf(const std::string& text, const std::string& where) {
     return {.source = expression.value_or(text), .where = where, .id = expression ? 0 : -1};
 }
 
-bool FlagOf(const Element& node, std::string_view name) {
-    return EqualNoCase(node.ChildText(name), "true");
+// `what` names the element in errors.
+bool FlagAt(const Element& node, std::string_view name, const std::string& what) {
+    const std::string text = node.ChildText(name);
+    const std::optional<bool> flag = text.empty() ? false : xml::FlagOf(text);
+    if (!flag) {
+        throw Error(what + ", " + std::string(name) + ": " + xml::NotAFlag(CleanText(text)));
+    }
+    return *flag;
 }
 
-std::vector<SharedParameter> ParametersOf(const Element& query) {
+std::vector<SharedParameter> ParametersOf(const Element& query, const std::string& set) {
     std::vector<SharedParameter> parameters;
     const Element* list = query.Child("DataSetParameters");
     for (const Element& node : ChildrenOf(list)) {
         const std::string name(node.AttributeOf("Name"));
+        const std::string where = "Parameter " + CleanText(name), what = set + ", " + where;
         const Element* value = node.Child("DefaultValue");
         parameters.push_back(
-            {name,
-             value && !value->IsNil() ? ExprOf(std::string(Trimmed(value->text)), "Parameter " + name)
-                                      : Expr(),
-             FlagOf(node, "Nullable"), FlagOf(node, "ReadOnly"), FlagOf(node, "OmitFromQuery")});
+            {name, value && !value->IsNil() ? ExprOf(std::string(Trimmed(value->text)), where) : Expr(),
+             FlagAt(node, "Nullable", what), FlagAt(node, "ReadOnly", what),
+             FlagAt(node, "OmitFromQuery", what)});
     }
     return parameters;
 }
@@ -136,13 +143,12 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
     const xml::Document& document = file.document;
     const Element* properties = document.root.Child("ConnectionProperties");
     const Element& holder = properties ? *properties : document.root;
-    SharedSource source{
-        holder.ChildText("Extension"),
-        ConnectStringOf(holder.ChildText("ConnectString"),
-                        "the shared data source \"" + CleanText(reference) + "\", ConnectString"),
-        FlagOf(holder, "IntegratedSecurity"), file.path};
+    const std::string what = "the shared data source \"" + CleanText(reference) + "\"";
+    SharedSource source{holder.ChildText("Extension"),
+                        ConnectStringOf(holder.ChildText("ConnectString"), what + ", ConnectString"),
+                        FlagAt(holder, "IntegratedSecurity", what), file.path};
     if (source.provider.empty()) {
-        throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
+        throw Error(what + " names no data provider");
     }
     return source;
 }
@@ -159,8 +165,8 @@ SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<
     SharedDataSet shared;
     shared.dataSet.name = set->AttributeOf("Name");
     ReadQuery(*query, what, shared.dataSet);
-    shared.parameters = ParametersOf(*query);
-    shared.dataSet.caseSensitive = FlagOf(*set, "CaseSensitivity");
+    shared.parameters = ParametersOf(*query, what);
+    shared.dataSet.caseSensitive = EqualNoCase(set->ChildText("CaseSensitivity"), "True");
     shared.dataSet.fields = FieldsOf(*set);
     shared.dataSet.filters = FiltersOf(*set);
     shared.source.name = shared.dataSet.dataSourceName;

@@ -203,13 +203,14 @@ class OlderReader {
 
     void ReadLegend() {
         const XmlElement* element = m_element.Child("Legend");
-        if (!element || !EqualNoCase(element->ChildText("Visible"), "true")) {
+        const std::string where = m_where + ", Legend";
+        if (!element || !m_context.Flag(*element, "Visible", where)) {
             return;
         }
         ChartLegend& legend = m_chart.legends.emplace_back();
         legend.position = Of(*element, "Position");
         legend.layout = Of(*element, "Layout");
-        legend.style = ReadStyle(m_context, *element, m_where + ", Legend");
+        legend.style = ReadStyle(m_context, *element, where);
     }
 
     Context& m_context;

@@ -6,6 +6,7 @@
 #include "rdl/definition/identifier.h"
 #include "rdl/definition/size.h"
 #include "rdl/values/error_text.h"
+#include "rdl/xml/flag.h"
 
 namespace rdl {
 std::string PlaceOf(const XmlElement& element) {
@@ -105,11 +106,11 @@ bool Context::Flag(const XmlElement& parent, std::string_view name, const std::s
     if (text.empty()) {
         return missing;
     }
-    const bool yes = EqualNoCase(text, "true") || text == "1";
-    if (!yes && !EqualNoCase(text, "false") && text != "0") {
-        Fail(*child, PropertyOf(where, name), "\"" + std::string(text) + "\" is neither true nor false");
+    const std::optional<bool> flag = xml::FlagOf(text);
+    if (!flag) {
+        Fail(*child, PropertyOf(where, name), xml::NotAFlag(text));
     }
-    return yes;
+    return *flag;
 }
 
 int Context::Number(const XmlElement& parent, std::string_view name, const std::string& where, int least,

@@ -183,6 +183,14 @@ TEST_F(SharedDataSets, ParameterWithoutAValueIsAnErrorUnlessItMayBeNull) {
     WriteSet("<DataSetParameter Name='@Id'><Nullable>true</Nullable></DataSetParameter>",
              "select * from t where id = @Id or @Id is null order by id");
     EXPECT_EQ(Rows(), "Rome Bonn");
+    WriteSet("<DataSetParameter Name='@Id'><Nullable> 1 </Nullable></DataSetParameter>",
+             "select * from t where id = @Id or @Id is null order by id");
+    EXPECT_EQ(Rows(), "Rome Bonn");
+    WriteSet("<DataSetParameter Name='@Id'><Nullable>maybe</Nullable></DataSetParameter>",
+             "select * from t where id = @Id or @Id is null order by id");
+    EXPECT_NE(
+        Failure().find("\"/Shared/Cities\", Parameter @Id, Nullable: \"maybe\" is neither true nor false"),
+        std::string::npos);
 }
 
 TEST_F(SharedDataSets, MarksWithoutNamesAreParametersToo) {

@@ -97,6 +97,10 @@ TEST(ChartDefinition, OlderAxesAndLegendAreHiddenUnlessSaid) {
     EXPECT_EQ(ChartOf(shown).areas.at(0).valueAxes.at(0).visible.source, "true");
     EXPECT_EQ(ChartOf(shown).areas.at(0).valueAxes.at(0).minimum.source, "5");
     EXPECT_EQ(ChartOf(shown).legends.at(0).position.source, "TopLeft");
+    const Definition one = Parse(Older("Column", "Plain", "<Legend><Visible> 1 </Visible></Legend>"));
+    EXPECT_EQ(ChartOf(one).legends.size(), 1U);
+    EXPECT_THAT(ErrorOf(Older("Column", "Plain", "<Legend><Visible>maybe</Visible></Legend>")),
+                HasSubstr("Legend, Visible: \"maybe\" is neither true nor false"));
 }
 
 TEST(ChartDefinition, OlderStockHasItsValuesInTheOrderOfTheSchema) {

@@ -53,6 +53,22 @@ TEST(MapDefinition, ShapesHaveTheirFields) {
     EXPECT_EQ(shapes.shapes[1].values.at(1).AsDouble(), 2.5);
 }
 
+TEST(MapDefinition, AnOwnLookIsAskedForAsFlagsAre) {
+    const auto polygon = [](const std::string& flag) {
+        return Polygons("<MapPolygon><UseCustomPolygonTemplate>" + flag +
+                        "</UseCustomPolygonTemplate><VectorData>POLYGON ((0 0, 1 0, 1 1, 0 0))</VectorData>"
+                        "</MapPolygon>");
+    };
+    for (const char* flag : {"true", " 1 "}) {
+        const Definition report = Parse(polygon(flag));
+        EXPECT_EQ(MapIn(report).layers.at(0).looks.size(), 1U) << flag;
+    }
+    const Definition report = Parse(polygon("0"));
+    EXPECT_TRUE(MapIn(report).layers.at(0).looks.empty());
+    EXPECT_THAT(ErrorOf(polygon("maybe")),
+                HasSubstr("MapPolygon 1, UseCustomPolygonTemplate: \"maybe\" is neither true nor false"));
+}
+
 TEST(MapDefinition, AShapeThatCannotBeReadIsNamed) {
     EXPECT_EQ(ErrorOf(Polygons("<MapPolygon/>\n<MapPolygon><VectorData>POLYGON (</VectorData></MapPolygon>")),
               "sales.rpt, line 3: Map World, MapPolygonLayer Areas, MapPolygon 2, VectorData: its text "

@@ -8,6 +8,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/format/format.h"
 #include "rdl/values/ascii.h"
+#include "rdl/xml/flag.h"
 
 namespace rdl::data {
 namespace {
@@ -74,13 +75,8 @@ Value DecimalOfReal(const Value& number) {
 }
 
 Value BooleanOfText(std::string_view text, const Value& original) {
-    if (EqualNoCase(text, "true") || text == "1") {
-        return Value::Boolean(true);
-    }
-    if (EqualNoCase(text, "false") || text == "0") {
-        return Value::Boolean(false);
-    }
-    return original;
+    const std::optional<bool> flag = xml::FlagOf(text);
+    return flag ? Value::Boolean(*flag) : original;
 }
 
 Value DateOfText(std::string_view text, const Value& original) {

@@ -36,10 +36,6 @@ LayerElements ElementsOf(MapLayerKind kind) {
     return {"MapPolygons", "MapPolygon", "MapPolygonTemplate", "UseCustomPolygonTemplate", "MapPolygonRules"};
 }
 
-bool IsTrue(const XmlElement& element, std::string_view name) {
-    return EqualNoCase(element.ChildText(name), "true");
-}
-
 class LayerReader {
  public:
     LayerReader(Context& context, const XmlElement& element, const std::string& where, MapLayerKind kind,
@@ -194,7 +190,7 @@ class LayerReader {
                             shape.values.resize(std::max(shape.values.size(), place + 1));
                             shape.values[place] = FieldValue(name, child.ChildText("Value"));
                         });
-        OwnLook(element, all.shapes.size());
+        OwnLook(element, all.shapes.size(), where);
         all.shapes.push_back(std::move(shape));
     }
 
@@ -213,11 +209,11 @@ class LayerReader {
         return place;
     }
 
-    void OwnLook(const XmlElement& element, std::size_t shape) {
+    void OwnLook(const XmlElement& element, std::size_t shape, const std::string& where) {
         const bool isPoint = m_layer.kind == MapLayerKind::Point;
-        const bool own = IsTrue(element, m_elements.usesOwn);
-        const bool ownCentre =
-            m_layer.kind == MapLayerKind::Polygon && IsTrue(element, "UseCustomCenterPointTemplate");
+        const bool own = m_context.Flag(element, m_elements.usesOwn, where);
+        const bool ownCentre = m_layer.kind == MapLayerKind::Polygon &&
+                               m_context.Flag(element, "UseCustomCenterPointTemplate", where);
         if (!own && !ownCentre) {
             return;
         }
