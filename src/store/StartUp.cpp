@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/base/convert.h"
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/registry.h"
 #include "shared/Global.h"
@@ -23,8 +24,8 @@ void WriteSetting(const char* name, const std::string& value) {
 }
 
 std::string ConnectionStringWith(const std::string& pairs) {
-    return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
-           "\\PressroomLive.dat;Persist Security Info=False";
+    return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() + "\\" + LiveDatabaseFile +
+           ";Persist Security Info=False";
 }
 
 void FirstRun() {
