@@ -86,7 +86,7 @@ void FilterList::ShowValueColumns() {
         values.append(QString::fromStdString(FieldValue(field)));
     }
     for (const std::string_view word : Comparisons()) {
-        words.append(QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size())));
+        words.append(QString::fromUtf8(word));
     }
     std::vector<RowColumn> columns{
         {.title = tr("Expression"), .takesExpressions = true, .choices = values},
