@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/base/convert.h"
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/registry.h"
 #include "shared/Global.h"
@@ -19,8 +20,8 @@ std::string Setting(const char* name, const std::string& defaultText) {
 }
 
 std::string ConnectionStringWith(const std::string& pairs) {
-    return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
-           "\\PressroomLive.dat;Persist Security Info=False";
+    return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() + "\\" + LiveDatabaseFile +
+           ";Persist Security Info=False";
 }
 
 void FirstRun() {

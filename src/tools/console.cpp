@@ -23,4 +23,8 @@ void Complain(const std::string& program, const std::string& text) {
     std::cerr << program + ": " + OnOneLine(text) << std::endl;
 }
 
+void ComplainOfUsage(const std::string& program, const std::string& text) {
+    Complain(program, text + " (see " + program + " --help)");
+}
+
 }  // namespace tools

@@ -16,4 +16,7 @@ std::string Quoted(std::string_view text);
 // Writes "PROGRAM: TEXT" to standard error: one line, whatever the text holds, because scripts read it.
 void Complain(const std::string& program, const std::string& text);
 
+// The same for wrong usage; the line names the help of the program.
+void ComplainOfUsage(const std::string& program, const std::string& text);
+
 }  // namespace tools

@@ -61,7 +61,7 @@ void TakeSource(const std::string& value, NewReportArguments& arguments) {
     }
     if (arguments.connectString.empty()) {
         throw UsageError(
-            "--data-source wants a file, PROVIDER:CONNECT STRING or NAME=PROVIDER;CONNECT STRING");
+            "--data-source needs a file, PROVIDER:CONNECT STRING or NAME=PROVIDER;CONNECT STRING");
     }
 }
 
@@ -128,7 +128,7 @@ void CheckNew(const NewReportArguments& arguments) {
         throw UsageError("no data source is given (--data-source)");
     }
     if (isMatrix && (report.rows.empty() || report.across.empty() || report.values.empty())) {
-        throw UsageError("a matrix wants --rows, --cols and --values");
+        throw UsageError("a matrix needs --rows, --cols and --values");
     }
     if (!isMatrix && !(report.rows.empty() && report.across.empty() && report.values.empty())) {
         throw UsageError("--rows, --cols and --values are options of --layout matrix");
@@ -143,7 +143,7 @@ void CheckNew(const NewReportArguments& arguments) {
         throw UsageError("labels have no --landscape");
     }
     if (report.layout == ReportLayout::Letter && report.groups.empty() && !report.sums.empty()) {
-        throw UsageError("letters with a --sum want a --group");
+        throw UsageError("letters with a --sum need a --group");
     }
     if ((isLabels || report.layout == ReportLayout::Letter) && report.chart != designer::ReportChart::None) {
         throw UsageError("labels and letters have no --chart");

@@ -25,7 +25,7 @@ std::string ProviderOf(const fs::path& file) {
         throw RuntimeError(
             reports::InvalidOption,
             "The provider of the data source is not known by the name of its file: the extensions are " +
-                designer::KnownExtensions() + "; else --data-source wants PROVIDER:CONNECT STRING");
+                designer::KnownExtensions() + "; else --data-source needs PROVIDER:CONNECT STRING");
     }
     return std::string(provider);
 }
@@ -84,7 +84,7 @@ std::vector<designer::ReportColumn> ReadColumns(const designer::NewReport& repor
     if (report.query.empty() && SameText(report.provider, "SQLite")) {
         const std::string tables = TablesOf(request);
         throw RuntimeError(reports::InvalidOption,
-                           "The database wants a query: --query \"select * from TABLE\"" +
+                           "The database needs a query: --query \"select * from TABLE\"" +
                                (tables.empty() ? std::string() : "; its tables are " + tables));
     }
     return reports::Translated([&] { return designer::ColumnsOf(rdl::ReadQueryRows(request)); });

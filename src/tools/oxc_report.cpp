@@ -108,7 +108,7 @@ std::string PasswordOf(const ReportArguments& arguments) {
     }
     constexpr const char* Variable = "OXC_REPORT_PASSWORD";
     if (std::getenv(Variable) == nullptr) {
-        throw tools::UsageError("--user wants a password: --password-stdin or the variable " +
+        throw tools::UsageError("--user needs a password: --password-stdin or the variable " +
                                 std::string(Variable));
     }
     return tools::TakeFromEnvironment(Variable);
@@ -189,7 +189,7 @@ int main(int argc, char** argv) {
         Run(tools::ParseArguments(given));
         return 0;
     } catch (const tools::UsageError& error) {
-        tools::Complain("oxc-report", std::string(error.what()) + " (oxc-report --help tells more)");
+        tools::ComplainOfUsage("oxc-report", error.what());
         return 2;
     } catch (...) {
         tools::Complain("oxc-report", CurrentError().Description());

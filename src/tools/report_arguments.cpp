@@ -32,7 +32,7 @@ int FormatOf(const std::string& word) {
 std::pair<std::string, std::string> Assignment(const std::string& option, const std::string& text) {
     const std::size_t sign = text.find('=');
     if (sign == std::string::npos || sign == 0) {
-        throw UsageError(option + " wants NAME=VALUE, not \"" + text + "\"");
+        throw UsageError(option + " needs NAME=VALUE, not \"" + text + "\"");
     }
     return {text.substr(0, sign), text.substr(sign + 1)};
 }
@@ -41,7 +41,7 @@ DataSourceArgument DataSourceOf(const std::string& text) {
     const auto [name, value] = Assignment("--data-source", text);
     const std::size_t end = value.find(';');
     if (end == std::string::npos || end == 0) {
-        throw UsageError("--data-source wants NAME=PROVIDER;CONNECT STRING");
+        throw UsageError("--data-source needs NAME=PROVIDER;CONNECT STRING");
     }
     return {name, value.substr(0, end), value.substr(end + 1)};
 }
@@ -178,7 +178,7 @@ class Parser {
         int number = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
         if (error != std::errc() || end != text.data() + text.size() || number < 1 || number > most) {
-            throw UsageError(option + " wants a whole number from 1 to " + std::to_string(most) + ", not \"" +
+            throw UsageError(option + " needs a whole number from 1 to " + std::to_string(most) + ", not \"" +
                              text + "\"");
         }
         return number;
@@ -194,7 +194,7 @@ class Parser {
 
     const std::string& ValueOf(const std::string& option) {
         if (m_next >= m_arguments.size()) {
-            throw UsageError(option + " wants a value");
+            throw UsageError(option + " needs a value");
         }
         return m_arguments[m_next++];
     }

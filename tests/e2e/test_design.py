@@ -182,7 +182,7 @@ class Designer(DesignerTest):
             result = subprocess.run([STAGE / "oxc-design", *arguments], capture_output=True, text=True, timeout=30,
                                     env={**kept, **environment}, check=False)
             return result.returncode, result.stdout, result.stderr
-        self.assertEqual(run("--wrong"), (2, "", 'oxc-design: "--wrong" is no option (oxc-design --help tells more)\n'))
+        self.assertEqual(run("--wrong"), (2, "", 'oxc-design: "--wrong" is no option (see oxc-design --help)\n'))
         self.assertEqual(run(), (1, "", "oxc-design: The designer needs a display\n"))
         self.assertEqual(run("--help")[0], 0)
 

@@ -16,7 +16,7 @@ REFUSED = ":4242"
 # Longer than the programs wait for a display.
 PATIENCE = 60
 EDITOR_ADVICE = "the scheduler (oxc -sched) runs without one"
-MAIL_ADVICE = "oxc-mail --help tells the commands, which need none"
+MAIL_ADVICE = "oxc-mail --help lists the commands, which need none"
 
 
 class Displays(CourierTest):
@@ -60,7 +60,7 @@ class Displays(CourierTest):
     def test_mail_window_names_the_display_that_does_not_answer(self):
         self.assertEqual(self.refusal("oxc-mail", DISPLAY=REFUSED),
                          (1, "", 'oxc-mail: the display ":4242" does not answer; '
-                                 "oxc-mail --help tells the commands, which need none\n"))
+                                 "oxc-mail --help lists the commands, which need none\n"))
 
     def silent_display(self):
         """The number of a display that takes connections and never answers one."""

@@ -59,7 +59,7 @@ class NewReports(unittest.TestCase):
         tables = ", ".join(name for name, in self.database.execute(
             "select name from sqlite_master where type in ('table', 'view') and name not like 'sqlite%' order by name"))
         self.assertEqual(self.refuse(1, "-o", "a.rdl", "--data-source", str(self.sales)),
-                         'The database wants a query: --query "select * from TABLE"; its tables are ' + tables)
+                         'The database needs a query: --query "select * from TABLE"; its tables are ' + tables)
         self.assertIn("oxc-report new -o FILE", self.run_program("new", "--help").stdout)
 
     def test_sums_are_those_of_the_database(self):
@@ -153,10 +153,10 @@ class NewReports(unittest.TestCase):
         self.assertEqual(self.refuse(1, "-o", "x.rdl", "--data-source", "a.csv", "--group", "c"),
                          'The query has no column "c"; it has "a", "b"')
         self.assertEqual(self.refuse(2, "-o", "x.rdl", "--data-source", "a.csv", "--theme", "neon"),
-                         '"neon" is no theme: plain, ocean, forest, slate or ember (oxc-report --help tells more)')
+                         '"neon" is no theme: plain, ocean, forest, slate or ember (see oxc-report --help)')
         self.assertEqual(self.refuse(1, "-o", "x.rdl", "--data-source", "a.data"),
                          "The provider of the data source is not known by the name of its file: the extensions are "
-                         ".csv, .txt, .tsv, .json, .xml, .db, .db3, .sqlite, .sqlite3; else --data-source wants "
+                         ".csv, .txt, .tsv, .json, .xml, .db, .db3, .sqlite, .sqlite3; else --data-source needs "
                          "PROVIDER:CONNECT STRING")
         self.assertEqual(self.refuse(1, "-o", "x.rdl", "--data-source", f"sqlite:{self.sales}", "--query",
                                      "delete from orders"),

@@ -377,7 +377,7 @@ class TeamFaults(TeamTest):
         self.assertIn("Rights: an editor\n", store("check", self.server.connect(user="ed")))
         both = run_store("create", "--to", self.server.connect(), "--editor", "ed", "--scheduler", "ed")
         self.assertEqual((both.returncode, both.stderr),
-                         (2, "oxc-store: the role ed is either an editor or a scheduler (oxc-store --help tells more)\n"))
+                         (2, "oxc-store: the role ed is either an editor or a scheduler (see oxc-store --help)\n"))
 
     def test_roles_connect_where_the_public_does_not(self):
         self.server.sql("revoke connect on database courier from public, ed")

@@ -122,10 +122,10 @@ class TeamStore(TeamTest):
         self.assertTrue(loud.stderr.endswith("; PasswordCommand failed with exit code 3: no key\n"), loud.stderr)
         both = run_store("link", "--to", connect + ";Password=x", "--password-command", "pass", environment=environment)
         self.assertEqual((both.returncode, both.stderr), (
-            2, "oxc-store: --to has a password already, beside --password-command (oxc-store --help tells more)\n"))
+            2, "oxc-store: --to has a password already, beside --password-command (see oxc-store --help)\n"))
         lines = run_store("link", "--to", connect, "--password-command", "pass\nHost=other", environment=environment)
         self.assertEqual((lines.returncode, lines.stderr), (
-            2, "oxc-store: the value of --password-command holds a control character (oxc-store --help tells more)\n"))
+            2, "oxc-store: the value of --password-command holds a control character (see oxc-store --help)\n"))
         self.assertIn("Rights: an editor\n", store("check", environment=environment))
         courier.database.chmod(0o640)
         seen = run_store("check", environment=environment)

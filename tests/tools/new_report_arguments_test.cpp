@@ -92,8 +92,8 @@ TEST(NewReportArguments, UnknownWordsNameAllOthers) {
     EXPECT_EQ(RefusalOf({"--page", "a5"}), "\"a5\" is no paper: a4 or letter");
     EXPECT_EQ(RefusalOf({"-f"}), "new has no option \"-f\"");
     EXPECT_EQ(RefusalOf({"b.rdl"}), "new takes no file: \"b.rdl\"");
-    EXPECT_EQ(RefusalOf({"--title"}), "--title wants a value");
-    EXPECT_EQ(RefusalOf({"--group", ""}), "--group wants a name");
+    EXPECT_EQ(RefusalOf({"--title"}), "--title needs a value");
+    EXPECT_EQ(RefusalOf({"--group", ""}), "--group needs a name");
 }
 
 TEST(NewReportArguments, HelpAfterACommandIsHelp) {
@@ -107,19 +107,19 @@ TEST(NewReportArguments, WhatIsMissingIsNamed) {
     EXPECT_EQ(Refusal({"new", "--data-source", "a.csv"}), "no output file is given (-o)");
     EXPECT_EQ(Refusal({"new", "-o", "a.rdl"}), "no data source is given (--data-source)");
     EXPECT_EQ(Refusal({"new", "-o", "a.rdl", "--data-source", "sqlite:"}),
-              "--data-source wants a file, PROVIDER:CONNECT STRING or NAME=PROVIDER;CONNECT STRING");
+              "--data-source needs a file, PROVIDER:CONNECT STRING or NAME=PROVIDER;CONNECT STRING");
     EXPECT_EQ(RefusalOf({"--data-source", "b.csv"}), "there is more than one --data-source");
     EXPECT_EQ(RefusalOf({"--password", "x"}), "a password without --user");
 }
 
 TEST(NewReportArguments, OptionsThatTheLayoutIgnoresAreRefused) {
-    EXPECT_EQ(RefusalOf({"--layout", "matrix", "--rows", "a"}), "a matrix wants --rows, --cols and --values");
+    EXPECT_EQ(RefusalOf({"--layout", "matrix", "--rows", "a"}), "a matrix needs --rows, --cols and --values");
     EXPECT_EQ(RefusalOf({"--rows", "a"}), "--rows, --cols and --values are options of --layout matrix");
     EXPECT_EQ(RefusalOf({"--layout", "matrix", "--rows", "a", "--cols", "b", "--values", "c", "--sum", "d"}),
               "a matrix has no --columns, --group and --sum");
     EXPECT_EQ(RefusalOf({"--layout", "labels", "--group", "a"}), "labels have no --group and --sum");
     EXPECT_EQ(RefusalOf({"--layout", "labels", "--landscape"}), "labels have no --landscape");
-    EXPECT_EQ(RefusalOf({"--layout", "letter", "--sum", "a"}), "letters with a --sum want a --group");
+    EXPECT_EQ(RefusalOf({"--layout", "letter", "--sum", "a"}), "letters with a --sum need a --group");
     EXPECT_EQ(RefusalOf({"--layout", "letter", "--chart", "pie"}), "labels and letters have no --chart");
 }
 

@@ -125,9 +125,7 @@ void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& reque
     m_run->setVisible(hasQuery && canRun);
     m_query->setPlaceholderText(
         kind.IsSql() ? "select * from orders"
-                     : tr("For example %1; empty for all rows")
-                           .arg(QString::fromUtf8(kind.queryHint.data(),
-                                                  static_cast<qsizetype>(kind.queryHint.size()))));
+                     : tr("For example %1; empty for all rows").arg(QString::fromUtf8(kind.queryHint)));
     const bool hasTables = canRun && !isShared && !kind.tables.empty();
     m_tableSide->setVisible(hasTables);
     ListTables(hasTables);

@@ -27,7 +27,7 @@ SourceForm::SourceForm(QWidget* parent) : QWidget(parent), m_form(new QFormLayou
     m_kind = new QComboBox(this);
     m_kind->setObjectName("provider");
     for (const SourceKind& kind : SourceKinds()) {
-        m_kind->addItem(QString::fromUtf8(kind.title.data(), static_cast<qsizetype>(kind.title.size())));
+        m_kind->addItem(QString::fromUtf8(kind.title));
     }
     m_form->addRow(tr("&Kind of data:"), m_kind);
     m_provider = AddLine(tr("Pro&vider:"), "providerName");
@@ -273,8 +273,7 @@ void SourceForm::SetFile(const QString& file) {
 void SourceForm::AskForFile() {
     const std::string_view filter = Kind().filter;
     const QString file =
-        QFileDialog::getOpenFileName(this, tr("File With Data"), m_file->text(),
-                                     QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size())));
+        QFileDialog::getOpenFileName(this, tr("File With Data"), m_file->text(), QString::fromUtf8(filter));
     if (!file.isEmpty()) {
         SetFile(file);
         m_file->setFocus();

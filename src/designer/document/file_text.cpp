@@ -91,8 +91,7 @@ std::string WriteFileText(std::string_view text, const FileEncoding& encoding) {
         return encoding.mark + std::string(text);
     }
     bool isComplete = true;
-    std::string bytes =
-        Encoded(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), encoding, isComplete);
+    std::string bytes = Encoded(QString::fromUtf8(text), encoding, isComplete);
     if (isComplete && ReadFileText(bytes).text == text) {
         return bytes;
     }

@@ -28,7 +28,7 @@ constexpr int TextRole = Qt::UserRole, CursorRole = Qt::UserRole + 1, HelpRole =
               RowRole = Qt::UserRole + 3;
 
 QString NameOf(const PropertyRow& row) {
-    return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
+    return QString::fromUtf8(row.property->name);
 }
 
 // Returns whether something in the entry matches; hides it if not.
@@ -257,8 +257,7 @@ void ExpressionDialog::MarkPlace(int position) {
         const std::string_view before = FirstCharacters(value, static_cast<std::size_t>(position));
         QTextEdit::ExtraSelection mark;
         mark.cursor = m_text->textCursor();
-        mark.cursor.setPosition(
-            static_cast<int>(QString::fromUtf8(before.data(), static_cast<qsizetype>(before.size())).size()));
+        mark.cursor.setPosition(static_cast<int>(QString::fromUtf8(before).size()));
         mark.cursor.movePosition(
             mark.cursor.atEnd() ? QTextCursor::PreviousCharacter : QTextCursor::NextCharacter,
             QTextCursor::KeepAnchor);

@@ -87,7 +87,7 @@ void FilterList::ShowValueColumns() {
         values.append(QString::fromStdString(FieldValue(field)));
     }
     for (const rdl::FilterOperatorRow& one : rdl::FilterOperators) {
-        words.append(QString::fromUtf8(one.name.data(), static_cast<qsizetype>(one.name.size())));
+        words.append(QString::fromUtf8(one.name));
     }
     std::vector<RowColumn> columns{
         {.title = tr("Expression"), .takesExpressions = true, .choices = values},

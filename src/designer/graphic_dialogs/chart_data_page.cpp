@@ -23,10 +23,6 @@ namespace {
 constexpr std::string_view Aggregates[] = {"Sum",   "Avg",           "Min",  "Max",   "Count",
                                            "First", "CountDistinct", "Last", "StDev", "Var"};
 
-QString TextOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 std::string Aggregated(std::string_view aggregate, const std::string& field) {
     return "=" + std::string(aggregate) + "(" + FieldValue(field).substr(1) + ")";
 }
@@ -307,7 +303,7 @@ void ChartDataPage::ShowValue(std::size_t entry) {
     });
     bool isFirst = true;
     for (const std::string& name : ValueNamesOf(m_design)) {
-        const QString title = designer::TextOf(TitleOfValue(name));
+        const QString title = QString::fromUtf8(TitleOfValue(name));
         auto* line = new QWidget(m_entry);
         auto* aggregate = new QComboBox(line);
         auto* field = new ExpressionField(title, line);
@@ -346,10 +342,10 @@ void ChartDataPage::TakeAggregate(ExpressionField& field, QComboBox& aggregate) 
     const QSignalBlocker quiet(&aggregate);
     if (aggregate.count() == 0) {
         for (const std::string_view word : Aggregates) {
-            aggregate.addItem(designer::TextOf(word));
+            aggregate.addItem(QString::fromUtf8(word));
         }
     }
-    aggregate.setCurrentIndex(summary ? aggregate.findText(designer::TextOf(summary->aggregate)) : -1);
+    aggregate.setCurrentIndex(summary ? aggregate.findText(QString::fromUtf8(summary->aggregate)) : -1);
     aggregate.setEnabled(summary.has_value());
     if (field.Line().count() == 0) {
         const std::string value = field.Value();

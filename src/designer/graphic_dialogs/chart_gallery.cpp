@@ -13,13 +13,6 @@
 #include "designer/tables/fields.h"
 
 namespace designer {
-namespace {
-
-QString GalleryText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
 
 ChartGallery::ChartGallery(bool isOlder, QWidget* parent) : QListWidget(parent) {
     setObjectName("gallery");
@@ -34,7 +27,8 @@ ChartGallery::ChartGallery(bool isOlder, QWidget* parent) : QListWidget(parent) 
     const std::vector<QPixmap>& pictures = ChartPictures(devicePixelRatioF());
     const int width = std::max(ChartPictureWidth + 12, fontMetrics().averageCharWidth() * 16);
     for (std::size_t index = 0; index < pictures.size(); ++index) {
-        auto* entry = new QListWidgetItem(pictures[index], GalleryText(ChartTypes()[index].title), this);
+        auto* entry =
+            new QListWidgetItem(pictures[index], QString::fromUtf8(ChartTypes()[index].title), this);
         entry->setHidden(isOlder && ChartTypes()[index].olderType.empty());
         entry->setSizeHint({width, ChartPictureHeight + fontMetrics().lineSpacing() + 14});
     }

@@ -33,10 +33,6 @@ QIcon Swatch(const QColor& colour) {
     return QIcon(picture);
 }
 
-QString Utf16(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 QColor ColourOf(const std::string& text) {
@@ -61,7 +57,7 @@ ValueField::ValueField(const DesignModel& model, const SelectionValues& values, 
       m_name(name),
       m_row(values.Find(name)),
       m_list(new QComboBox(this)) {
-    const QString shown = Utf16(name);
+    const QString shown = QString::fromUtf8(name);
     m_list->setObjectName(shown);
     m_list->setAccessibleName(shown);
     m_list->setEditable(true);
@@ -84,7 +80,7 @@ ValueField::ValueField(const DesignModel& model, const SelectionValues& values, 
     m_list->setCurrentIndex(-1);
     m_list->setEditText(QString::fromStdString(m_old));
     m_list->lineEdit()->setPlaceholderText(value.isMixed ? tr("(several values)")
-                                                         : Utf16(m_row->property->missing));
+                                                         : QString::fromUtf8(m_row->property->missing));
     m_list->lineEdit()->setCursorPosition(0);
     if (m_row->property->kind == PropertyKind::Color) {
         AddColourButton(*layout);
@@ -133,8 +129,8 @@ void ValueField::AddChoices() {
 
 void ValueField::AddColourButton(QHBoxLayout& layout) {
     m_colour = new QToolButton(this);
-    m_colour->setObjectName(Utf16(m_name) + " dialog");
-    m_colour->setAccessibleName(tr("Choose %1").arg(Utf16(m_name)));
+    m_colour->setObjectName(QString::fromUtf8(m_name) + " dialog");
+    m_colour->setAccessibleName(tr("Choose %1").arg(QString::fromUtf8(m_name)));
     m_colour->setToolTip(tr("Choose a colour"));
     m_colour->setFocusPolicy(Qt::TabFocus);
     connect(m_colour, &QToolButton::clicked, this, &ValueField::AskForColour);
@@ -143,9 +139,9 @@ void ValueField::AddColourButton(QHBoxLayout& layout) {
 
 void ValueField::AddExpressionButton(QHBoxLayout& layout) {
     auto* button = new QToolButton(this);
-    button->setObjectName(Utf16(m_name) + " fx");
+    button->setObjectName(QString::fromUtf8(m_name) + " fx");
     button->setText("fx");
-    button->setAccessibleName(tr("Expression for %1").arg(Utf16(m_name)));
+    button->setAccessibleName(tr("Expression for %1").arg(QString::fromUtf8(m_name)));
     button->setToolTip(tr("Expression"));
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, &ValueField::AskForValue);
@@ -191,7 +187,7 @@ void ValueField::ShowColour() {
 void ValueField::AskForColour() {
     const QColor now = ColourOf(Effective());
     const QColor chosen = QColorDialog::getColor(now.isValid() && now.alpha() > 0 ? now : QColor(Qt::white),
-                                                 window(), Utf16(m_name));
+                                                 window(), QString::fromUtf8(m_name));
     if (chosen.isValid()) {
         SetText(NameOfColour(chosen));
     }
@@ -202,7 +198,7 @@ void ValueField::AskForValue() {
     const auto write = [owner, this](Document& copy, const std::string& value) {
         SetRow(copy, {copy.IdAt(owner)}, *m_row, value);
     };
-    if (const auto value = AskForExpression(m_model, {Utf16(m_name), write}, Text(), window())) {
+    if (const auto value = AskForExpression(m_model, {QString::fromUtf8(m_name), write}, Text(), window())) {
         SetText(*value);
     }
 }

@@ -61,7 +61,7 @@ class ValueDelegate : public QStyledItemDelegate {
 };
 
 QString NameOf(const PropertyRow& row) {
-    return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
+    return QString::fromUtf8(row.property->name);
 }
 
 bool Opens(const QKeyEvent& key) {
@@ -79,9 +79,7 @@ QString PlaceName(const PropertyRow& row) {
 
 QString CategoryOf(const PropertyRow& row) {
     const std::string_view written = row.property->category;
-    return row.place == PropertyPlace::Selection
-               ? QString::fromUtf8(written.data(), static_cast<qsizetype>(written.size()))
-               : PlaceName(row);
+    return row.place == PropertyPlace::Selection ? QString::fromUtf8(written) : PlaceName(row);
 }
 
 }  // namespace

@@ -28,10 +28,6 @@ int NumberOf(const std::string& text) {
     return error == std::errc() && end == text.data() + text.size() ? number : 0;
 }
 
-QString TextOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 PageDialog::PageDialog(DesignModel& model, QWidget* parent)
@@ -45,7 +41,7 @@ PageDialog::PageDialog(DesignModel& model, QWidget* parent)
     setWindowTitle(tr("Page Set-up"));
     m_paper->setObjectName("paper");
     for (const Paper& paper : Papers()) {
-        m_paper->addItem(TextOf(paper.name));
+        m_paper->addItem(QString::fromUtf8(paper.name));
     }
     m_paper->addItem(tr("Other"));
     m_orientation->setObjectName("orientation");

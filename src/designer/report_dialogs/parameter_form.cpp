@@ -54,7 +54,7 @@ QWidget* ParameterForm::BuildGeneral(bool hasMultiple) {
     m_type = new QComboBox(page);
     m_type->setObjectName("type");
     for (const std::string_view type : ParameterTypes()) {
-        m_type->addItem(QString::fromUtf8(type.data(), static_cast<qsizetype>(type.size())));
+        m_type->addItem(QString::fromUtf8(type));
     }
     m_prompt = new ExpressionLine(
         m_model, "prompt", tr("Prompt"),

@@ -2,11 +2,8 @@
 #include "designer/window/file_claim.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <map>
 #include <optional>
 #include <string>
@@ -15,6 +12,7 @@
 
 #include "designer/window/recovery.h"
 #include "platform/base/digest.h"
+#include "platform/posix/file_lock.h"
 #include "platform/posix/unique_fd.h"
 
 namespace designer {
@@ -31,16 +29,9 @@ fs::path NameOfLock(const fs::path& file) {
     return RecoveryFolder() / (Sha256((failure ? file : whole).string()) + ".open");
 }
 
-bool StandsFor(const fs::path& name, int handle) {
-    struct stat named {};
-    struct stat opened {};
-    return stat(name.c_str(), &named) == 0 && fstat(handle, &opened) == 0 && named.st_dev == opened.st_dev &&
-           named.st_ino == opened.st_ino;
-}
-
 // Returns nullopt if another process has the lock; a handle of -1 if nothing can be locked. Who releases a
 // lock removes its file: one that was opened before that is no lock any more.
-std::optional<UniqueFd> TryLock(const fs::path& name) {
+std::optional<UniqueFd> OpenLocked(const fs::path& name) {
     std::error_code ignored;
     fs::create_directories(RecoveryFolder(), ignored);
     fs::permissions(RecoveryFolder(), fs::perms::owner_all, ignored);
@@ -49,10 +40,11 @@ std::optional<UniqueFd> TryLock(const fs::path& name) {
         if (handle.Get() < 0) {
             return handle;
         }
-        if (flock(handle.Get(), LOCK_EX | LOCK_NB) != 0) {
-            return errno == EWOULDBLOCK ? std::nullopt : std::optional(std::move(handle));
+        const FileLock lock = TryLock(handle.Get());
+        if (lock != FileLock::Taken) {
+            return lock == FileLock::Refused ? std::nullopt : std::optional(std::move(handle));
         }
-        if (StandsFor(name, handle.Get())) {
+        if (StandsFor(AT_FDCWD, name.string(), handle.Get())) {
             return handle;
         }
     }
@@ -80,7 +72,7 @@ std::shared_ptr<FileClaim::Lock> FileClaim::Find(const fs::path& name) {
     std::erase_if(locks, [](const auto& entry) { return entry.second.expired(); });
     std::shared_ptr<Lock> lock = locks[name].lock();
     if (!lock) {
-        if (auto handle = TryLock(name)) {
+        if (auto handle = OpenLocked(name)) {
             lock = std::make_shared<Lock>(name, std::move(*handle));
         }
     }

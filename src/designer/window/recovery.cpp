@@ -4,10 +4,10 @@
 #include <unistd.h>
 
 #include <QString>
-#include <cstdlib>
 #include <system_error>
 
 #include "designer/document/source_tree.h"
+#include "platform/base/environment.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/small_file.h"
@@ -40,11 +40,10 @@ fs::path NewName() {
 }  // namespace
 
 fs::path RecoveryFolder() {
-    const char* const state = std::getenv("XDG_STATE_HOME");
-    const char* const home = std::getenv("HOME");
-    const fs::path base = state && *state == '/' ? fs::path(state)
-                          : home && *home == '/' ? fs::path(home) / ".local" / "state"
-                                                 : TemporaryPlace();
+    const fs::path state = EnvironmentText("XDG_STATE_HOME"), home = EnvironmentText("HOME");
+    const fs::path base = state.is_absolute()  ? state
+                          : home.is_absolute() ? home / ".local" / "state"
+                                               : TemporaryPlace();
     return base / "oxbow-courier" / "designer";
 }
 

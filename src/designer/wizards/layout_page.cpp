@@ -61,7 +61,7 @@ LayoutPage::LayoutPage(ReportDraft& draft) : m_draft(draft), m_choices(new QButt
         auto* picture = new QLabel(page);
         picture->setPixmap(LayoutIcon(choice.layout, palette()).pixmap(LayoutIconWidth, LayoutIconHeight));
         auto* button = new QRadioButton(tr(choice.caption), page);
-        button->setObjectName("layout" + QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size())));
+        button->setObjectName("layout" + QString::fromUtf8(word));
         button->setAccessibleDescription(tr(choice.text));
         auto* text = new QLabel(tr(choice.text), page);
         text->setWordWrap(true);

@@ -19,10 +19,6 @@ namespace {
 
 constexpr int PicturePause = 200;  // milliseconds after the last change
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // A band in the colours of the theme's chart.
 QIcon IconOf(const Theme& theme, int height) {
     const int width = static_cast<int>(theme.palette.size()) * height * 2 / 3;
@@ -30,7 +26,7 @@ QIcon IconOf(const Theme& theme, int height) {
     QPainter painter(&picture);
     int left = 0;
     for (const std::string_view colour : theme.palette) {
-        painter.fillRect(left, 0, height, height, QColor(Text(colour)));
+        painter.fillRect(left, 0, height, height, QColor(QString::fromUtf8(colour)));
         left += height * 2 / 3;
     }
     return picture;
@@ -98,7 +94,7 @@ void LookPage::FillThemes() {
     const int height = fontMetrics().height();
     m_themes->setIconSize({height * 4, height});
     for (const Theme& theme : Themes) {
-        m_themes->addItem(new QListWidgetItem(IconOf(theme, height), Text(theme.title)));
+        m_themes->addItem(new QListWidgetItem(IconOf(theme, height), QString::fromUtf8(theme.title)));
     }
     m_themes->setCurrentRow(0);
     const int rows = static_cast<int>(Themes.size());

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <string>
 
+#include "platform/base/moment_text.h"
 #include "platform/base/one_line.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
@@ -29,14 +30,6 @@ Settings& TheSettings() {
     return settings;
 }
 
-std::string Stamp(DateValue moment, char between) {
-    const DateParts parts = Split(moment);
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d%c%02d:%02d:%02d", parts.year, parts.month,
-                  parts.day, between, parts.hour, parts.minute, parts.second);
-    return text.data();
-}
-
 // RFC 3339, section 5.6.
 std::string StampWithOffset() {
     constexpr int Minute = 60, Hour = 60 * Minute;
@@ -46,7 +39,7 @@ std::string StampWithOffset() {
     std::array<char, 32> offset{};
     std::snprintf(offset.data(), offset.size(), "%c%02d:%02d", moment.offset < 0 ? '-' : '+', distance / Hour,
                   distance % Hour / Minute);
-    return Stamp(DateValue::FromSeconds(DateSerial(1970, 1, 1).Seconds() + local), 'T') + offset.data();
+    return MomentText(DateValue::FromSeconds(DateSerial(1970, 1, 1).Seconds() + local), 'T') + offset.data();
 }
 
 std::string_view WordOf(Level level) {
@@ -110,7 +103,7 @@ std::string Word(const Fact& fact) {
 }
 
 std::string TextLine(const Event& event, const std::vector<Fact>& context) {
-    std::string line = Stamp(Now(), ' ') + ' ';
+    std::string line = MomentText(Now()) + ' ';
     if (!event.sentence.empty()) {
         return line + Shown(event.sentence);
     }

@@ -2,11 +2,9 @@
 #include "platform/data_provider/statement_text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
+#include "platform/base/moment_text.h"
 #include "platform/contracts/clock.h"
-#include "platform/contracts/dates.h"
 #include "platform/contracts/runtime.h"
 #include "platform/data_provider/tokens.h"
 
@@ -28,9 +26,5 @@ bool IsBlankStatement(std::string_view rest) {
 }
 
 std::string NowText() {
-    const DateParts now = Split(Now());
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", now.year, now.month, now.day,
-                  now.hour, now.minute, now.second);
-    return text.data();
+    return MomentText(Now());
 }

@@ -22,7 +22,7 @@ Advice AdviceOnServer(std::int32_t number, const MailProfile& profile) {
                     "See whether name and port are right and the network is there; try again later."};
         case ErrLoginRefused:
             return profile.user.empty()
-                       ? Advice{{"User"}, "The server wants a login: give User and a password."}
+                       ? Advice{{"User"}, "The server needs a login: give User and a password."}
                        : Advice{{"User", "Password"}, "Give the user name and the password again."};
         case ErrNotSecure:
             return {{"Security", "CAFile"},
@@ -136,7 +136,7 @@ std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token
 
 Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWho) {
     if (alertWho.empty()) {
-        return {true, "No alert address is set in Options: nobody is told when a report fails."};
+        return {true, "No alert address is set in Options: nobody gets a mail when a report fails."};
     }
     try {
         return {true, "Alerts go to " + AddressBook(profile.addressBook).Resolve(alertWho).address + "."};

@@ -5,9 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <system_error>
 
+#include "platform/base/database_files.h"
+#include "platform/base/environment.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/app_place.h"
@@ -18,15 +19,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* FolderName = "oxbow-courier";
-constexpr const char* BlankDatabase = "Pressroom.dat";
-
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 fs::path Home() {
-    const std::string home = Environment("HOME");
+    const std::string home = EnvironmentText("HOME");
     if (!home.empty()) {
         return home;
     }
@@ -36,7 +31,7 @@ fs::path Home() {
 
 // Returns an XDG base folder; a relative path in the variable is ignored.
 fs::path BaseFolder(const char* variable, const char* belowHome) {
-    const fs::path given = Environment(variable);
+    const fs::path given = EnvironmentText(variable);
     return given.is_absolute() ? given : Home() / belowHome;
 }
 
@@ -65,7 +60,7 @@ void MakePrivateFolder(const fs::path& folder) {
 fs::path InstalledShare() {
     for (const fs::path& root : {ProgramFolder().parent_path(), fs::path("/usr/local"), fs::path("/usr")}) {
         fs::path share = root / "share" / FolderName;
-        if (IsFile(share / BlankDatabase)) {
+        if (IsFile(share / BlankDatabaseFile)) {
             return share;
         }
     }
@@ -87,17 +82,17 @@ void Furnish(const fs::path& folder) {
         const fs::path target = folder / fs::relative(entry->path(), share);
         if (entry->is_directory()) {
             MakePrivateFolder(target);
-        } else if (entry->is_regular_file() && target.filename() != BlankDatabase && !IsFile(target)) {
+        } else if (entry->is_regular_file() && target.filename() != BlankDatabaseFile && !IsFile(target)) {
             CopyFileWhole(entry->path(), target);
         }
     }
-    CopyFileWhole(share / BlankDatabase, folder / BlankDatabase);
+    CopyFileWhole(share / BlankDatabaseFile, folder / BlankDatabaseFile);
 }
 
 std::string FindAppPath() {
     const fs::path place = AppPlace();
-    if (place == DataHome() / FolderName && !IsFile(place / BlankDatabase) &&
-        Environment("OXC_HOME").empty()) {
+    if (place == DataHome() / FolderName && !IsFile(place / BlankDatabaseFile) &&
+        EnvironmentText("OXC_HOME").empty()) {
         Furnish(place);
     }
     return paths::FromMachine(place);
@@ -118,12 +113,12 @@ std::string& ChosenAppPath() {
 }  // namespace
 
 fs::path AppPlace() {
-    const std::string given = Environment("OXC_HOME");
+    const std::string given = EnvironmentText("OXC_HOME");
     if (!given.empty()) {
         return paths::ToMachine(given);
     }
     const fs::path program = ProgramFolder();
-    return IsFile(program / BlankDatabase) ? program : DataHome() / FolderName;
+    return IsFile(program / BlankDatabaseFile) ? program : DataHome() / FolderName;
 }
 
 fs::path ProgramFolder() {

@@ -3,9 +3,10 @@
 
 #include <cstdlib>
 
+#include "platform/base/environment.h"
+
 std::filesystem::path TakeHandedReport() {
-    const char* const value = std::getenv(HandedReportVariable);
-    const std::filesystem::path file = value != nullptr ? value : "";
+    const std::filesystem::path file = EnvironmentText(HandedReportVariable);
     unsetenv(HandedReportVariable);
     return file.is_absolute() ? file : std::filesystem::path();
 }

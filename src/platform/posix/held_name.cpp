@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <linux/magic.h>
-#include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -19,30 +18,12 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/posix/file_lock.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 using SteadyClock = std::chrono::steady_clock;
-
-enum class Lock { Taken, Refused, Unknown };
-
-Lock TryLock(int handle) {
-    int result = 0;
-    do {
-        result = flock(handle, LOCK_EX | LOCK_NB);
-    } while (result != 0 && errno == EINTR);
-    if (result == 0) {
-        return Lock::Taken;
-    }
-    return errno == EWOULDBLOCK ? Lock::Refused : Lock::Unknown;
-}
-
-bool StandsFor(int folder, const std::string& name, int handle) {
-    struct stat named {};
-    struct stat opened {};
-    return fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && fstat(handle, &opened) == 0 &&
-           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
 
 std::string WithChance(std::string_view prefix) {
     std::uint64_t chance = 0;
@@ -76,8 +57,9 @@ HeldName MakeHeld(int folder, std::string_view prefix, Make make, Remove remove)
             }
             return held;
         }
-        const Lock lock = TryLock(held.handle);
-        if (lock == Lock::Unknown || (lock == Lock::Taken && StandsFor(folder, held.name, held.handle))) {
+        const FileLock lock = TryLock(held.handle);
+        if (lock == FileLock::Unknown ||
+            (lock == FileLock::Taken && StandsFor(folder, held.name, held.handle))) {
             held.code = 0;
             return held;
         }
@@ -132,8 +114,8 @@ void RemoveIfLeft(int folder, const fs::path& path) {
     if (handle < 0) {
         return;
     }
-    const bool isLeft = (!IsOfSeveralMachines(handle) || IsOld(facts)) && TryLock(handle) == Lock::Taken &&
-                        StandsFor(folder, name, handle);
+    const bool isLeft = (!IsOfSeveralMachines(handle) || IsOld(facts)) &&
+                        TryLock(handle) == FileLock::Taken && StandsFor(folder, name, handle);
     if (isLeft && isFolder) {
         std::error_code ignored;
         fs::remove_all(path, ignored);
@@ -201,10 +183,10 @@ void RemoveLeftovers(const fs::path& folder, std::string_view prefix) {
 bool WaitForLock(int handle, std::chrono::milliseconds longest) {
     constexpr std::chrono::milliseconds Turn(2);
     const auto deadline = SteadyClock::now() + longest;
-    Lock lock = TryLock(handle);
-    while (lock == Lock::Refused && SteadyClock::now() < deadline) {
+    FileLock lock = TryLock(handle);
+    while (lock == FileLock::Refused && SteadyClock::now() < deadline) {
         std::this_thread::sleep_for(Turn);
         lock = TryLock(handle);
     }
-    return lock == Lock::Taken;
+    return lock == FileLock::Taken;
 }

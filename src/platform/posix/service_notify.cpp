@@ -8,10 +8,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/environment.h"
 #include "platform/base/one_line.h"
 #include "platform/base/text.h"
 #include "platform/posix/unique_fd.h"
@@ -22,11 +22,6 @@ namespace {
 // a mail server may take its time for an answer. Every step of a run begins this time again.
 constexpr std::chrono::microseconds LongestStep = std::chrono::hours(4);
 constexpr timeval SendPatience{5, 0};
-
-std::string Variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 std::int64_t NumberIn(const std::string& text) {
     std::int64_t number = 0;
@@ -60,10 +55,10 @@ ServiceManager& ServiceManager::Instance() {
     return manager;
 }
 
-ServiceManager::ServiceManager() : m_socket(Variable("NOTIFY_SOCKET")) {
-    const std::string process = Variable("WATCHDOG_PID");
+ServiceManager::ServiceManager() : m_socket(EnvironmentText("NOTIFY_SOCKET")) {
+    const std::string process = EnvironmentText("WATCHDOG_PID");
     if (IsThere() && (process.empty() || NumberIn(process) == ::getpid())) {
-        m_patience = std::chrono::microseconds(NumberIn(Variable("WATCHDOG_USEC")));
+        m_patience = std::chrono::microseconds(NumberIn(EnvironmentText("WATCHDOG_USEC")));
     }
 }
 

@@ -33,7 +33,9 @@ inline std::optional<std::string> ReadToEnd(int file, std::size_t largest) {
     char buffer[16384];
     ssize_t count = file < 0 ? -1 : 1;
     while (count > 0 && text.size() <= largest) {
-        count = read(file, buffer, sizeof buffer);
+        do {
+            count = read(file, buffer, sizeof buffer);
+        } while (count < 0 && errno == EINTR);
         text.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
     }
     if (count > 0 || text.size() > largest) {

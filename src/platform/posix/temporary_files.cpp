@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <system_error>
 
+#include "platform/base/environment.h"
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
@@ -37,8 +37,7 @@ int CodeOfWriting(const fs::path& folder) {
 }  // namespace
 
 fs::path TemporaryPlace() {
-    const char* const given = std::getenv("TMPDIR");
-    const fs::path chosen = given != nullptr ? given : "";
+    const fs::path chosen = EnvironmentText("TMPDIR");
     if (chosen.is_absolute() && CodeOfWriting(chosen) == 0) {
         return chosen;
     }

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/base/environment.h"
 #include "platform/base/journal.h"
 #include "platform/qt/silence_watch.h"
 
@@ -30,24 +31,19 @@ std::string programName, adviceGiven;
 char** argumentsGiven = nullptr;
 std::unique_ptr<SilenceWatch> watch;
 
-std::string Variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 bool IsSet(const char* name) {
-    return !Variable(name).empty();
+    return !EnvironmentText(name).empty();
 }
 
 std::string WhatDoesNotAnswer() {
-    const std::string platform = formerPlatform ? *formerPlatform : Variable(PlatformVariable);
+    const std::string platform = formerPlatform ? *formerPlatform : EnvironmentText(PlatformVariable);
     if (!platform.empty()) {
         return "no window can be opened with " + std::string(PlatformVariable) + " \"" + platform + "\"";
     }
     std::string displays;
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) {
         if (IsSet(name)) {
-            displays += (displays.empty() ? "\"" : " or \"") + Variable(name) + "\"";
+            displays += (displays.empty() ? "\"" : " or \"") + EnvironmentText(name) + "\"";
         }
     }
     return displays.empty() ? "there is no display" : "the display " + displays + " does not answer";
@@ -104,7 +100,7 @@ void FallBackToOffscreen() {
         qunsetenv(FormerVariable);
         return;
     }
-    formerPlatform = Variable(PlatformVariable);
+    formerPlatform = EnvironmentText(PlatformVariable);
     std::string chosen = *formerPlatform;
     if (chosen.empty()) {
         chosen = IsSet("WAYLAND_DISPLAY") ? "wayland;xcb" : IsSet("DISPLAY") ? "xcb" : "";

@@ -5,12 +5,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "platform/base/ascii.h"
+#include "platform/base/database_files.h"
+#include "platform/base/environment.h"
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
@@ -117,8 +118,8 @@ fs::path InstalledProgram() {
     if (IsProgram(beside)) {
         return beside;
     }
-    const char* list = std::getenv("PATH");
-    std::string_view rest = list != nullptr ? list : "";
+    const std::string list = EnvironmentText("PATH");
+    std::string_view rest = list;
     while (!rest.empty()) {
         const std::string_view folder = rest.substr(0, rest.find(':'));
         rest.remove_prefix(std::min(rest.size(), folder.size() + 1));
@@ -166,8 +167,8 @@ std::string HomeForExec(std::string_view commandLine, const fs::path& ownProgram
     const fs::path home = paths::ToMachine(pieces.front()).parent_path();
     std::error_code error;
     const fs::path beside = ownProgram.parent_path();
-    const bool found = fs::exists(beside / "Pressroom.dat", error) ? fs::equivalent(home, beside, error)
-                                                                   : home == DataHome() / "oxbow-courier";
+    const bool found = fs::exists(beside / BlankDatabaseFile, error) ? fs::equivalent(home, beside, error)
+                                                                     : home == DataHome() / "oxbow-courier";
     return found ? std::string() : "env " + QuotedForEntry("OXC_HOME=" + home.string()) + " ";
 }
 
@@ -178,8 +179,8 @@ std::string RegionForExec(std::string_view commandLine) {
     }
     std::string exec = "env ";
     for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
-        const char* region = std::getenv(name);
-        if (region != nullptr && *region != '\0') {
+        const std::string region = EnvironmentText(name);
+        if (!region.empty()) {
             exec += QuotedForEntry(std::string(name) + "=" + region) + " ";
             if (std::string_view(name) == "LC_ALL") {
                 return exec;  // LC_ALL overrides the other variables

@@ -3,7 +3,9 @@
 
 #include <cstdlib>
 #include <optional>
+#include <string>
 
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/runtime.h"
@@ -47,9 +49,9 @@ std::vector<std::filesystem::path> MachineHost::OwnFiles() const {
     own.push_back(DataHome() / "oxbow-courier" / "outbox");
     if (const std::optional<std::filesystem::path> application = ApplicationFolder()) {
         own.push_back(*application / "outbox");
-        own.push_back(*application / "PressroomLive.dat");
-        own.push_back(*application / "PressroomLive.dat.embedded");
-        own.push_back(*application / "Pressroom.dat");
+        own.push_back(*application / LiveDatabaseFile);
+        own.push_back(*application / (std::string(LiveDatabaseFile) + ReplacedEnding));
+        own.push_back(*application / BlankDatabaseFile);
     }
     // They open the team's store.
     if (const char* const home = std::getenv("HOME")) {

@@ -10,6 +10,7 @@ constexpr int DaysBefore[13] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304
 constexpr int DaysIn4Years = 1461, DaysIn100Years = 36524, DaysIn400Years = 146097;
 constexpr std::int64_t LastDay = MaxTicks / TicksPerDay;
 
+// MakeTicks carries to years beyond those of std::chrono::year.
 bool IsLeap(std::int64_t year) {
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }

@@ -57,8 +57,7 @@ int main(int argc, char** argv) {
                 return 0;
             }
             if (argument.size() > 1 && argument.front() == '-') {
-                tools::Complain("oxc-design",
-                                "\"" + argument + "\" is no option (oxc-design --help tells more)");
+                tools::ComplainOfUsage("oxc-design", tools::Quoted(argument) + " is no option");
                 return 2;
             }
         }

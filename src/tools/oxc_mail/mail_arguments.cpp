@@ -29,7 +29,7 @@ MailCommand CommandOf(const std::string& word) {
 std::pair<mailer::KnownKey, std::string> Assignment(const std::string& argument) {
     const std::size_t sign = argument.find('=');
     if (sign == std::string::npos || sign == 0) {
-        throw MailUsageError("set wants Key=Value");
+        throw MailUsageError("set needs Key=Value");
     }
     const std::string name = argument.substr(0, sign);
     const mailer::ProfileKey* key = mailer::FindProfileKey(name);
@@ -104,14 +104,14 @@ MailArguments ParseMailArguments(const std::vector<std::string>& arguments) {
     const std::size_t count = arguments.size() - 1;
     if (result.command == MailCommand::Set) {
         if (count == 0) {
-            throw MailUsageError("set wants Key=Value");
+            throw MailUsageError("set needs Key=Value");
         }
         for (std::size_t n = 1; n <= count; ++n) {
             result.values.push_back(Assignment(arguments[n]));
         }
     } else if (result.command == MailCommand::Test) {
         if (count != 1 || arguments[1].empty()) {
-            throw MailUsageError("test wants one recipient");
+            throw MailUsageError("test needs one recipient");
         }
         result.recipient = arguments[1];
     } else if (count != 0) {

@@ -12,7 +12,7 @@
 namespace tools {
 
 int ShowMailWindow(int argc, char** argv) {
-    const std::string advice = "oxc-mail --help tells the commands, which need none";
+    const std::string advice = "oxc-mail --help lists the commands, which need none";
     if (!MayHaveDisplay()) {
         throw RuntimeError(err::DeviceIo, "The window needs a display; " + advice);
     }

@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
         tools::RunMailCommand(arguments);
         return 0;
     } catch (const tools::MailUsageError& error) {
-        tools::Complain("oxc-mail", std::string(error.what()) + " (oxc-mail --help tells more)");
+        tools::ComplainOfUsage("oxc-mail", error.what());
         return 2;
     } catch (...) {
         tools::Complain("oxc-mail", CurrentError().Description());

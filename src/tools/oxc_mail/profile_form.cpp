@@ -193,7 +193,7 @@ bool CanBeShown(KnownKey key, const std::string& value) {
 
 void PrepareForm(const Ui::MailDialog& ui) {
     for (const auto& [key, control] : FieldsOf(ui)) {
-        control->setToolTip(QString::fromUtf8(key->help.data(), static_cast<qsizetype>(key->help.size())));
+        control->setToolTip(QString::fromUtf8(key->help));
         if (key->type == ValueType::Number) {
             auto* const box = static_cast<QSpinBox*>(control);
             box->setRange(key->least, key->most);

@@ -165,7 +165,7 @@ NamedValues GivenParameters(const CommandLine& line) {
 std::string RequiredOption(const CommandLine& line, const std::string& option) {
     const auto value = line.Value(option);
     if (!value) {
-        throw ScheduleUsageError(line.command + " wants --" + option);
+        throw ScheduleUsageError(line.command + " needs --" + option);
     }
     return *value;
 }

@@ -9,7 +9,7 @@
 namespace tools {
 namespace {
 
-// `options` are words with a blank between them. A word that ends in = wants a value; one that ends in =+ can
+// `options` are words with a blank between them. A word that ends in = needs a value; one that ends in =+ can
 // be given several times.
 struct CommandForm {
     std::string_view words;
@@ -105,7 +105,7 @@ const CommandForm& TakeCommand(const std::vector<std::string>& arguments, std::s
         throw ScheduleUsageError(Quoted(first) + " is no command");
     }
     if (arguments.size() < 2) {
-        throw ScheduleUsageError(first + " wants a command of its own, such as " + first +
+        throw ScheduleUsageError(first + " needs a command of its own, such as " + first +
                                  (first == "options" ? " show" : " list"));
     }
     at = 2;
@@ -139,7 +139,7 @@ void TakeOption(const CommandForm& form, const std::vector<std::string>& argumen
     } else if (++at < arguments.size()) {
         line.options.emplace_back(name, arguments[at]);
     } else {
-        throw ScheduleUsageError(shown + " wants a value");
+        throw ScheduleUsageError(shown + " needs a value");
     }
 }
 
@@ -150,7 +150,7 @@ void CheckNames(const CommandForm& form, const CommandLine& line) {
     const bool isNamedByKey = FormOf(form, "id").isKnown;
     if (line.names.size() < form.least ||
         (isNamedByKey && !form.words.ends_with("history") && line.names.empty() && !line.Has("id"))) {
-        throw ScheduleUsageError(std::string(form.words) + " wants " +
+        throw ScheduleUsageError(std::string(form.words) + " needs " +
                                  (form.words == "add"             ? "a report file"
                                   : form.words == "import"        ? "a file"
                                   : form.words == "folder rename" ? "the old name and the new name"
@@ -206,7 +206,7 @@ std::optional<std::int64_t> CommandLine::Number(std::string_view option, std::in
     const char* const end = text->data() + text->size();
     const auto read = std::from_chars(text->data(), end, number);
     if (read.ec != std::errc() || read.ptr != end || number < least || number > most) {
-        throw ScheduleUsageError("--" + std::string(option) + " wants a whole number from " +
+        throw ScheduleUsageError("--" + std::string(option) + " needs a whole number from " +
                                  std::to_string(least) + " to " + std::to_string(most) + ", not " +
                                  Quoted(*text));
     }
@@ -256,7 +256,7 @@ std::int64_t HistoryLimit(const CommandLine& line) {
 std::pair<std::string, std::string> ParameterOf(const std::string& argument) {
     const std::size_t sign = argument.find('=');
     if (sign == std::string::npos || sign == 0) {
-        throw ScheduleUsageError("-p wants NAME=VALUE, not " + Quoted(argument));
+        throw ScheduleUsageError("-p needs NAME=VALUE, not " + Quoted(argument));
     }
     return {argument.substr(0, sign), argument.substr(sign + 1)};
 }

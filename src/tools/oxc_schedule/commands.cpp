@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/app_place.h"
@@ -61,7 +62,7 @@ constexpr std::array Handlers = {
 };
 
 std::filesystem::path LiveDatabase() {
-    return AppPlace() / "PressroomLive.dat";
+    return AppPlace() / LiveDatabaseFile;
 }
 
 // A command that only reads makes nothing, neither a folder nor settings.

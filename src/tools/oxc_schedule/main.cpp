@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
     try {
         return tools::RunScheduleCommand(tools::ParseCommandLine({argv + 1, argv + argc}));
     } catch (const tools::ScheduleUsageError& error) {
-        tools::Complain("oxc-schedule", std::string(error.what()) + " (oxc-schedule --help tells more)");
+        tools::ComplainOfUsage("oxc-schedule", error.what());
         return 2;
     } catch (const tools::Refusal& refusal) {
         tools::Complain("oxc-schedule", refusal.Text());

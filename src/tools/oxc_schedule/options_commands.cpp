@@ -49,7 +49,7 @@ void SetOptions(const CommandLine& line) {
     const auto poll = line.Number("poll", 0, Most);
     const auto alert = line.Value("alert");
     if (!poll && !alert) {
-        throw ScheduleUsageError("options set wants --poll or --alert");
+        throw ScheduleUsageError("options set needs --poll or --alert");
     }
     const std::string who = alert ? CheckedAlert(*alert) : "";
     if (poll) {

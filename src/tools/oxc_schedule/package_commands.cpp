@@ -40,7 +40,7 @@ std::vector<GivenReport> GivenReports(const CommandLine& line) {
         }
     }
     if (reports.empty()) {
-        throw ScheduleUsageError(line.command + " wants --report");
+        throw ScheduleUsageError(line.command + " needs --report");
     }
     return reports;
 }
@@ -65,7 +65,7 @@ std::string CheckedName(const std::string& text) {
 // Wrong usage is reported before anything else.
 void CheckPackageUsage(const CommandLine& line) {
     if (line.Has("no-mail") == line.Has("to")) {
-        throw ScheduleUsageError(line.command + " wants either --to or --no-mail");
+        throw ScheduleUsageError(line.command + " needs either --to or --no-mail");
     }
     RequiredOption(line, "at");
     FrequencyOf(line, "");
@@ -190,7 +190,7 @@ void AddPackage(const CommandLine& line) {
 void SetPackage(const CommandLine& line) {
     const std::vector<GivenReport> given = GivenReports(line);
     if (given.size() > 1) {
-        throw ScheduleUsageError("package set wants one --report");
+        throw ScheduleUsageError("package set needs one --report");
     }
     const StoredPackage package = FindPackage(line);
     const PackageReport& report = FindReport(package, given.front().file);

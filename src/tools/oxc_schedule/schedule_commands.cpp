@@ -26,7 +26,7 @@ std::string PasswordOf(const CommandLine& line) {
                                      : TakeFromEnvironment(PasswordVariable);
     if (password.empty()) {
         Refuse("The user " + Quoted(*line.Value("user")) +
-               " wants a password: --password-stdin or the variable " + PasswordVariable);
+               " needs a password: --password-stdin or the variable " + PasswordVariable);
     }
     if (!IsUtf8(password)) {
         Refuse("The password contains a byte that is not UTF-8");
@@ -44,7 +44,7 @@ void CheckUsage(const CommandLine& line) {
         RequiredOption(line, "at");
     }
     if (line.Has("password-stdin") && !line.Has("user")) {
-        throw ScheduleUsageError("--password-stdin wants --user");
+        throw ScheduleUsageError("--password-stdin needs --user");
     }
     if (line.Has("no-login") && line.Has("user")) {
         throw ScheduleUsageError("--no-login and --user exclude each other");

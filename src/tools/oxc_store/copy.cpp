@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/base/database_files.h"
 #include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/posix/atomic_file.h"
@@ -149,7 +150,7 @@ class NewFile {
             RefuseStore("Not copied: there is a file \"" + m_target.string() + "\"");
         }
         std::filesystem::remove(m_made, ignored);
-        CopyFileWhole(paths::ToMachine(AppPath()) / "Pressroom.dat", m_made);
+        CopyFileWhole(paths::ToMachine(AppPath()) / BlankDatabaseFile, m_made);
     }
     ~NewFile() {
         std::error_code ignored;

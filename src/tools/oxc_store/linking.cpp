@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
@@ -37,7 +38,7 @@ void Rename(const fs::path& from, const fs::path& to) {
 
 // The last program that closes a database removes its log. A log that stays belongs to another program.
 void MoveDatabaseAway(const fs::path& file) {
-    const fs::path kept = With(file, ".embedded");
+    const fs::path kept = With(file, ReplacedEnding);
     if (Exists(kept)) {
         RefuseStore("Not linked: there is already a file \"" + kept.string() + "\"");
     }
@@ -77,7 +78,7 @@ void UnlinkStore(const fs::path& file, IfRunning ifRunning) {
     if (!IsLink(file)) {
         RefuseStore("The file \"" + file.string() + "\" is no link");
     }
-    const fs::path kept = With(file, ".embedded");
+    const fs::path kept = With(file, ReplacedEnding);
     if (Exists(kept)) {
         Rename(kept, file);
         return;

@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
         Run(tools::ParseStoreArguments(arguments));
         return 0;
     } catch (const tools::StoreUsageError& error) {
-        tools::Complain("oxc-store", std::string(error.what()) + " (oxc-store --help tells more)");
+        tools::ComplainOfUsage("oxc-store", error.what());
         return 2;
     } catch (...) {
         tools::Complain("oxc-store", CurrentError().Description());

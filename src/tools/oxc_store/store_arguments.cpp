@@ -57,7 +57,7 @@ void SetOption(StoreArguments& result, std::string_view option, const std::strin
 
 void Require(const std::string& value, std::string_view word, std::string_view option) {
     if (value.empty()) {
-        throw StoreUsageError(std::string(word) + " wants " + std::string(option));
+        throw StoreUsageError(std::string(word) + " needs " + std::string(option));
     }
 }
 
@@ -110,7 +110,7 @@ StoreArguments ParseStoreArguments(const std::vector<std::string>& arguments) {
             result.isForced = true;
         } else if (isOption) {
             if (at + 1 == arguments.size() || arguments[at + 1].empty()) {
-                throw StoreUsageError(argument + " wants a value");
+                throw StoreUsageError(argument + " needs a value");
             }
             if (HasControls(arguments[at + 1])) {
                 throw StoreUsageError("the value of " + argument + " holds a control character");

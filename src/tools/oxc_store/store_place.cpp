@@ -2,6 +2,7 @@
 #include "tools/oxc_store/store_place.h"
 
 #include "platform/base/ascii.h"
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/postgresql/postgresql_session.h"
 #include "platform/sqlite/sqlite_session.h"
@@ -17,7 +18,7 @@ std::string StorePlace::Name() const {
 }
 
 std::filesystem::path LiveFile() {
-    return paths::ToMachine(AppPath()) / "PressroomLive.dat";
+    return paths::ToMachine(AppPath()) / LiveDatabaseFile;
 }
 
 StorePlace PlaceOf(const std::string& argument) {

@@ -77,7 +77,7 @@ TEST_F(MailCheck, MissingLoginIsFound) {
     const auto finding = CheckOne(At(server.Port(), "Security=none\n"));
     EXPECT_FALSE(finding.isFine);
     EXPECT_THAT(finding.text, StartsWith("User: "));
-    EXPECT_THAT(finding.text, HasSubstr("The server wants a login: give User and a password."));
+    EXPECT_THAT(finding.text, HasSubstr("The server needs a login: give User and a password."));
 }
 
 TEST_F(MailCheck, ServerWithoutEncryptionNamesSecurity) {

@@ -50,16 +50,16 @@ TEST(MailArguments, PasswordOnTheLineIsRefusedAndNotRepeated) {
     EXPECT_EQ(ComplaintAbout({"set", "paSSword=s3cret"}),
               "a password on the command line can be read by others; use: oxc-mail password");
     EXPECT_EQ(ComplaintAbout({"set", "Pasword=s3cret"}), "the mail profile has no key \"Pasword\"");
-    EXPECT_EQ(ComplaintAbout({"set", "s3cret"}), "set wants Key=Value");
+    EXPECT_EQ(ComplaintAbout({"set", "s3cret"}), "set needs Key=Value");
     EXPECT_EQ(ComplaintAbout({"password", "s3cret"}), "\"password\" takes no arguments");
 }
 
 TEST(MailArguments, MissingOrSurplusArgumentsAreTold) {
-    EXPECT_EQ(ComplaintAbout({"set"}), "set wants Key=Value");
-    EXPECT_EQ(ComplaintAbout({"set", "=x"}), "set wants Key=Value");
-    EXPECT_EQ(ComplaintAbout({"test"}), "test wants one recipient");
-    EXPECT_EQ(ComplaintAbout({"test", ""}), "test wants one recipient");
-    EXPECT_EQ(ComplaintAbout({"test", "a@b.c", "d@e.f"}), "test wants one recipient");
+    EXPECT_EQ(ComplaintAbout({"set"}), "set needs Key=Value");
+    EXPECT_EQ(ComplaintAbout({"set", "=x"}), "set needs Key=Value");
+    EXPECT_EQ(ComplaintAbout({"test"}), "test needs one recipient");
+    EXPECT_EQ(ComplaintAbout({"test", ""}), "test needs one recipient");
+    EXPECT_EQ(ComplaintAbout({"test", "a@b.c", "d@e.f"}), "test needs one recipient");
     EXPECT_EQ(ComplaintAbout({"check", "now"}), "\"check\" takes no arguments");
 }
 

@@ -225,8 +225,9 @@ TEST_F(MailWindow, CheckTellsWhoGetsAlerts) {
     WriteProfile("Transport=outbox\nOutboxFolder=" + (m_folder / "out").string() + "\n");
     Open();
     Click("cmdCheck");
-    EXPECT_THAT(ResultOfWork(),
-                EndsWith("\nOK: No alert address is set in Options: nobody is told when a report fails."));
+    EXPECT_THAT(
+        ResultOfWork(),
+        EndsWith("\nOK: No alert address is set in Options: nobody gets a mail when a report fails."));
     WriteBytes(
         File().parent_path() / "settings.reg",
         "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\Software\\Norvale\\Oxbow Courier]\n"

@@ -19,7 +19,7 @@ TEST_F(MailProgram, WindowWithoutDisplayIsRefusedInOneLine) {
     const MailOutcome outcome = Run("");
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.complaint,
-              "oxc-mail: The window needs a display; oxc-mail --help tells the commands, which need none\n");
+              "oxc-mail: The window needs a display; oxc-mail --help lists the commands, which need none\n");
 }
 
 TEST_F(MailProgram, WrongUsageHasCodeTwoAndOneLine) {
@@ -28,7 +28,7 @@ TEST_F(MailProgram, WrongUsageHasCodeTwoAndOneLine) {
         const MailOutcome outcome = Run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         ExpectOneLine(outcome.complaint);
-        EXPECT_THAT(outcome.complaint, HasSubstr("(oxc-mail --help tells more)"));
+        EXPECT_THAT(outcome.complaint, HasSubstr("(see oxc-mail --help)"));
         EXPECT_THAT(outcome.complaint + outcome.output, Not(HasSubstr("s3cret")));
     }
     EXPECT_FALSE(std::filesystem::exists(File()));
@@ -153,7 +153,7 @@ TEST_F(MailCheckProgram, TellsWhoGetsAlerts) {
     const MailOutcome none = CheckWithAlertAddress("");
     EXPECT_EQ(none.code, 0) << none.complaint;
     EXPECT_THAT(none.output,
-                HasSubstr("\nNo alert address is set in Options: nobody is told when a report fails.\n"));
+                HasSubstr("\nNo alert address is set in Options: nobody gets a mail when a report fails.\n"));
 }
 
 // Choosing twice from the address book leaves two names, which are read as one.

@@ -51,7 +51,7 @@ TEST(ScheduleCommandLine, RefusesWhatTheCommandDoesNotUnderstand) {
     const std::vector<std::pair<Texts, std::string>> refusals = {
         {{}, "no command is given"},
         {{"fetch"}, "\"fetch\" is no command"},
-        {{"package"}, "package wants a command of its own, such as package list"},
+        {{"package"}, "package needs a command of its own, such as package list"},
         {{"package", "fetch"}, "\"package fetch\" is no command"},
         {{"list", "--at", "07:30"}, "list has no option --at"},
         {{"list", "-x"}, "list has no option -x"},
@@ -59,14 +59,14 @@ TEST(ScheduleCommandLine, RefusesWhatTheCommandDoesNotUnderstand) {
         {{"list", "Sales"}, "list cannot use \"Sales\""},
         {{"list", "--json", "--json"}, "--json is given twice"},
         {{"list", "--json=1"}, "--json takes no value"},
-        {{"list", "--folder"}, "--folder wants a value"},
-        {{"add"}, "add wants a report file"},
-        {{"import"}, "import wants a file"},
-        {{"folder", "rename", "Old"}, "folder rename wants the old name and the new name"},
-        {{"show"}, "show wants a name"},
+        {{"list", "--folder"}, "--folder needs a value"},
+        {{"add"}, "add needs a report file"},
+        {{"import"}, "import needs a file"},
+        {{"folder", "rename", "Old"}, "folder rename needs the old name and the new name"},
+        {{"show"}, "show needs a name"},
         {{"show", "Sales", "--id", "3"}, "a name and --id are given; one of them is enough"},
-        {{"add", "a.rpt", "-p", "Region"}, "-p wants NAME=VALUE, not \"Region\""},
-        {{"add", "a.rpt", "-p", "=West"}, "-p wants NAME=VALUE, not \"=West\""},
+        {{"add", "a.rpt", "-p", "Region"}, "-p needs NAME=VALUE, not \"Region\""},
+        {{"add", "a.rpt", "-p", "=West"}, "-p needs NAME=VALUE, not \"=West\""},
     };
     for (const auto& [arguments, text] : refusals) {
         EXPECT_EQ(Refusal(arguments), text);
@@ -83,7 +83,7 @@ TEST(ScheduleCommandLine, ReadsWholeNumbersInTheirRange) {
             ADD_FAILURE() << text;
         } catch (const tools::ScheduleUsageError& error) {
             EXPECT_EQ(error.what(),
-                      "--days wants a whole number from 1 to 60, not \"" + std::string(text) + "\"");
+                      "--days needs a whole number from 1 to 60, not \"" + std::string(text) + "\"");
         }
     }
 }

@@ -19,11 +19,10 @@ TEST_F(Options, AreShownAndStored) {
 
 TEST_F(Options, AreRefusedWhereTheSystemCouldNotUseThem) {
     EXPECT_EQ(Refusal("options", 2),
-              "options wants a command of its own, such as options show (oxc-schedule --help tells more)");
-    EXPECT_EQ(Refusal("options set", 2),
-              "options set wants --poll or --alert (oxc-schedule --help tells more)");
+              "options needs a command of its own, such as options show (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("options set", 2), "options set needs --poll or --alert (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("options set --poll 32768", 2),
-              "--poll wants a whole number from 0 to 32767, not \"32768\" (oxc-schedule --help tells more)");
+              "--poll needs a whole number from 0 to 32767, not \"32768\" (see oxc-schedule --help)");
     EXPECT_THAT(Refusal("options set --poll 20 --alert Bob"), testing::HasSubstr("Bob"));
     EXPECT_THAT(Output("options show"), testing::StartsWith("Polling interval:  15 seconds\n"));
 }

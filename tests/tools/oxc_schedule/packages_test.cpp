@@ -96,7 +96,7 @@ TEST_F(Packages, AreRefusedWithTheValueAndTheCause) {
 TEST_F(Packages, LoseAReportAndGoWithTheLastOne) {
     Output(Add);
     EXPECT_EQ(Refusal("package remove-report Month", 2),
-              "package remove-report wants --report (oxc-schedule --help tells more)");
+              "package remove-report needs --report (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("package remove-report Month --report 3"), "The package \"Month\" has no report \"3\"");
     EXPECT_EQ(Output("package remove-report Month --report 1"),
               "Package 1, \"Month\", has no report \"1>sales.rpt\" any more.\n");

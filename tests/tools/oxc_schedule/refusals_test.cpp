@@ -16,18 +16,17 @@ class Refusals : public ScheduleProgram {
 }  // namespace
 
 TEST_F(Refusals, WrongUsageHasCodeTwo) {
-    EXPECT_EQ(Refusal("fetch", 2), "\"fetch\" is no command (oxc-schedule --help tells more)");
-    EXPECT_EQ(Refusal("add plain.rpt --at 07:30", 2), "add wants --to (oxc-schedule --help tells more)");
-    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com", 2),
-              "add wants --at (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("fetch", 2), "\"fetch\" is no command (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("add plain.rpt --at 07:30", 2), "add needs --to (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com", 2), "add needs --at (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --daily --weekly", 2),
-              "one frequency is enough (oxc-schedule --help tells more)");
+              "one frequency is enough (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("package add P --at 07:30 --report plain.rpt", 2),
-              "package add wants either --to or --no-mail (oxc-schedule --help tells more)");
+              "package add needs either --to or --no-mail (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("package add P --at 07:30 --no-mail", 2),
-              "package add wants --report (oxc-schedule --help tells more)");
+              "package add needs --report (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("package add P -p A=B --report plain.rpt", 2),
-              "-p stands before --report (oxc-schedule --help tells more)");
+              "-p stands before --report (see oxc-schedule --help)");
 }
 
 TEST_F(Refusals, ValuesOfSchedules) {
@@ -55,7 +54,7 @@ TEST_F(Refusals, ValuesOfSchedules) {
               "A recipient in \"a@example.com;;b@example.com;\" is empty");
     EXPECT_EQ(Add(usual + "--user ''"), "The user is empty");
     EXPECT_EQ(Add(usual + "--user scott"),
-              "The user \"scott\" wants a password: --password-stdin or the variable OXC_SCHEDULE_PASSWORD");
+              "The user \"scott\" needs a password: --password-stdin or the variable OXC_SCHEDULE_PASSWORD");
     EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"$(printf 'a\\tb')\""),
               "The title \"a b\" contains a control character or a byte that is not UTF-8");
     EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"'\""),
@@ -116,7 +115,7 @@ TEST_F(Refusals, ValuesOfChangesLeaveTheRow) {
     EXPECT_EQ(Refusal("set Sales --format docm"),
               "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
     EXPECT_EQ(Refusal("set Sales --no-login --user a", 2),
-              "--no-login and --user exclude each other (oxc-schedule --help tells more)");
+              "--no-login and --user exclude each other (see oxc-schedule --help)");
     std::filesystem::remove(m_folder / "app" / "Cache" / "sales.rpt");
     EXPECT_THAT(Refusal("set Sales -p Region=East"), testing::HasSubstr("sales.rpt"));
     EXPECT_EQ(Sql("select * from ReportScheduler"), before);
@@ -146,15 +145,13 @@ TEST_F(Refusals, BytesThatAreNotUtf8) {
 }
 
 TEST_F(Refusals, WrongUsageComesBeforeAMissingFile) {
-    EXPECT_EQ(Refusal("add none.rpt --at 10:00", 2), "add wants --to (oxc-schedule --help tells more)");
-    EXPECT_EQ(Refusal("set None --weekly --daily", 2),
-              "one frequency is enough (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("add none.rpt --at 10:00", 2), "add needs --to (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("set None --weekly --daily", 2), "one frequency is enough (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("package add P --report none.rpt --no-mail", 2),
-              "package add wants --at (oxc-schedule --help tells more)");
-    EXPECT_EQ(Refusal("history --folder Nowhere", 2),
-              "--folder goes with a name (oxc-schedule --help tells more)");
+              "package add needs --at (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("history --folder Nowhere", 2), "--folder goes with a name (see oxc-schedule --help)");
     EXPECT_EQ(Refusal("show --id 1 --folder Nowhere", 2),
-              "--folder goes with a name (oxc-schedule --help tells more)");
+              "--folder goes with a name (see oxc-schedule --help)");
 }
 
 TEST_F(Refusals, OutputThatCannotBeWrittenIsSaid) {

@@ -137,10 +137,9 @@ TEST_F(Status, WithoutAnAnswerIsTwoInEveryForm) {
     EXPECT_THAT(outcome.output, HasSubstr("    \"status\": 2\n"));
     EXPECT_THAT(outcome.output, HasSubstr("\"error\": \"The file "));
     EXPECT_EQ(Refusal("status --json --prometheus", 2),
-              "--json and --prometheus exclude each other (oxc-schedule --help tells more)");
-    EXPECT_EQ(
-        Refusal("status --warn soon", 2),
-        "--warn wants a whole number from 1 to 31536000, not \"soon\" (oxc-schedule --help tells more)");
+              "--json and --prometheus exclude each other (see oxc-schedule --help)");
+    EXPECT_EQ(Refusal("status --warn soon", 2),
+              "--warn needs a whole number from 1 to 31536000, not \"soon\" (see oxc-schedule --help)");
 }
 
 // A mail of an HTML report that fails leaves no row in the history.

@@ -37,15 +37,15 @@ TEST(StoreArguments, CommandsTakeTheirOptions) {
 TEST(StoreArguments, WrongUsageIsNamedWithoutAPassword) {
     EXPECT_EQ(Refusal({}), "a command is missing");
     EXPECT_EQ(Refusal({"make"}), "\"make\" is no command");
-    EXPECT_EQ(Refusal({"create"}), "create wants --to");
-    EXPECT_EQ(Refusal({"copy", "--to", "x"}), "copy wants --from");
-    EXPECT_EQ(Refusal({"backup"}), "backup wants -o");
+    EXPECT_EQ(Refusal({"create"}), "create needs --to");
+    EXPECT_EQ(Refusal({"copy", "--to", "x"}), "copy needs --from");
+    EXPECT_EQ(Refusal({"backup"}), "backup needs -o");
     EXPECT_EQ(Refusal({"check", "--force"}), "check has no option --force");
     EXPECT_EQ(Refusal({"link", "--to", "Host=h", "--password-command", "a\nHost=b"}),
               "the value of --password-command holds a control character");
     EXPECT_EQ(Refusal({"create", "--to", "Host=h", "--scheduler", "c", "--editor", "c"}),
               "the role c is either an editor or a scheduler");
-    EXPECT_EQ(Refusal({"link", "--to"}), "--to wants a value");
+    EXPECT_EQ(Refusal({"link", "--to"}), "--to needs a value");
     EXPECT_EQ(Refusal({"link", "--to", "a", "--to", "b"}), "--to is given twice");
     EXPECT_EQ(Refusal({"check", "a", "b"}), "check takes no more arguments");
     EXPECT_EQ(Refusal({"create", "Host=h;Password=secret"}), "create takes no more arguments");

@@ -66,7 +66,7 @@ inline constexpr auto ProfileKeys = std::to_array<ProfileKey>({
     {"CAFile", "Profile", ValueType::Path, UsedBy::Smtp,
      "A PEM file with the authorities to trust instead of the machine's own; mostly empty"},
     {"User", "Profile", ValueType::Text, UsedBy::Smtp,
-     "The user name at the server; empty when it wants no login"},
+     "The user name at the server; empty when it needs no login"},
     {"Password", "Profile", ValueType::Secret, UsedBy::Smtp,
      "A new password; the stored one is kept when nothing is typed"},
     {"PasswordCommand", "Profile", ValueType::Text, UsedBy::Smtp,

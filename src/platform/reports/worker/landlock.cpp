@@ -12,6 +12,7 @@
 #include <string>
 #include <system_error>
 
+#include "platform/base/database_files.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
@@ -107,7 +108,7 @@ void AllowSystem(const Rules& rules) {
 
 bool IsDatabase(const fs::path& file) {
     const std::string name = file.filename().string();
-    return name.starts_with("PressroomLive.dat") || name == "Pressroom.dat";
+    return name.starts_with(LiveDatabaseFile) || name == BlankDatabaseFile;
 }
 
 // Rules only add rights: what stands beside the application's databases, one of which may be a link with a

@@ -2,9 +2,9 @@
 #include "platform/reports/worker/settings.h"
 
 #include <charconv>
-#include <cstdlib>
 #include <string_view>
 
+#include "platform/base/environment.h"
 #include "platform/base/paths.h"
 #include "platform/reports/failure.h"
 
@@ -13,11 +13,6 @@ namespace {
 
 constexpr const char* Memory = "OXC_REPORT_MEMORY";
 constexpr const char* Folders = "OXC_REPORT_FOLDERS";
-
-std::string_view Variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 [[noreturn]] void Refuse(const char* name, std::string_view value, const char* wanted) {
     throw RuntimeError(WorkerFailed,
@@ -52,10 +47,10 @@ std::vector<std::string> FoldersOf(std::string_view list) {
 Settings SettingsOfMachine() {
     Settings settings;
     settings.program = ProgramFolder() / "oxc-report";
-    if (const std::string_view memory = Variable(Memory); !memory.empty()) {
+    if (const std::string memory = EnvironmentText(Memory); !memory.empty()) {
         settings.megabytes = MegabytesOf(memory);
     }
-    settings.readable = FoldersOf(Variable(Folders));
+    settings.readable = FoldersOf(EnvironmentText(Folders));
     return settings;
 }
 

@@ -3,10 +3,10 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "rdl/data/common/message.h"
 #include "rdl/format/format.h"
+#include "rdl/format/iso_date.h"
 #include "rdl/values/ascii.h"
 #include "rdl/xml/flag.h"
 
@@ -205,17 +205,14 @@ Value ConvertStored(const Value& value, FieldType type) {
 
 std::string IsoText(std::int64_t ticks) {
     const DateTimeParts parts = SplitTicks(ticks);
-    char text[48];
-    int length = std::snprintf(text, sizeof text, "%04d-%02d-%02d", parts.year, parts.month, parts.day);
+    std::string text = IsoDate(parts);
     if (ticks % TicksPerDay != 0) {
-        length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length),
-                                " %02d:%02d:%02d", parts.hour, parts.minute, parts.second);
+        text += " " + IsoTime(parts);
     }
     if (parts.fraction != 0) {
-        length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length), ".%07d",
-                                parts.fraction);
+        text += IsoFraction(parts);
     }
-    return {text, static_cast<std::size_t>(length)};
+    return text;
 }
 
 }  // namespace rdl::data

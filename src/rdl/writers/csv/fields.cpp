@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "rdl/format/format.h"
+#include "rdl/format/iso_date.h"
 #include "rdl/values/base64.h"
 
 namespace rdl::writers {
@@ -34,22 +34,17 @@ std::string NumberText(double number) {
     return {digits, end.ptr};
 }
 
-std::string IsoText(std::int64_t ticks) {
+std::string MomentText(std::int64_t ticks) {
     const DateTimeParts parts = SplitTicks(ticks);
-    char text[64];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d", parts.year, parts.month, parts.day);
-    std::string date = text;
-    if (ticks % TicksPerDay == 0) {
-        return date;
+    std::string text = IsoDate(parts);
+    if (ticks % TicksPerDay != 0) {
+        text += "T" + IsoTime(parts);
     }
-    std::snprintf(text, sizeof text, "T%02d:%02d:%02d", parts.hour, parts.minute, parts.second);
-    date += text;
     if (parts.fraction != 0) {
-        std::snprintf(text, sizeof text, ".%07d", parts.fraction);
-        date += text;
-        date.erase(date.find_last_not_of('0') + 1);
+        text += IsoFraction(parts);
+        text.erase(text.find_last_not_of('0') + 1);
     }
-    return date;
+    return text;
 }
 
 }  // namespace
@@ -105,7 +100,7 @@ std::string PlainText(const Value& value) {
         case Kind::Real:
             return NumberText(value.AsReal());
         case Kind::DateTime:
-            return IsoText(value.AsTicks());
+            return MomentText(value.AsTicks());
         case Kind::Bytes:
             return ToBase64(value.AsText());
         default:

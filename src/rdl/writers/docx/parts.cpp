@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/docx/parts.h"
 
-#include <cstdio>
-
 #include "rdl/format/format.h"
+#include "rdl/format/iso_date.h"
 #include "rdl/writers/common/xml_text.h"
 #include "rdl/writers/docx/text.h"
 
@@ -59,9 +58,6 @@ std::string DocxRootRelations() {
 
 std::string DocxProperties(const DocumentInfo& info, std::int64_t nowTicks) {
     const DateTimeParts at = SplitTicks(nowTicks);
-    char time[32];
-    std::snprintf(time, sizeof time, "%04d-%02d-%02dT%02d:%02d:%02dZ", at.year, at.month, at.day, at.hour,
-                  at.minute, at.second);
     std::string core =
         std::string(XmlDeclaration) +
         "<cp:coreProperties "
@@ -72,7 +68,7 @@ std::string DocxProperties(const DocumentInfo& info, std::int64_t nowTicks) {
     AppendProperty("dc:creator", info.author, core);
     AppendProperty("dc:description", info.description, core);
     AppendProperty("dc:language", info.language, core);
-    return core + "<dcterms:created xsi:type=\"dcterms:W3CDTF\">" + time +
+    return core + "<dcterms:created xsi:type=\"dcterms:W3CDTF\">" + IsoDate(at) + "T" + IsoTime(at) + "Z" +
            "</dcterms:created></cp:coreProperties>";
 }
 

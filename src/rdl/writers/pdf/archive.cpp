@@ -2,9 +2,9 @@
 #include "rdl/writers/pdf/archive.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "rdl/format/format.h"
+#include "rdl/format/iso_date.h"
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
 #include "rdl/writers/pdf/color_profile.h"
@@ -54,9 +54,7 @@ std::string Listed(const std::string& property, const std::string& kind, const s
 
 std::string Metadata(const DocumentInfo& document, std::int64_t nowTicks) {
     const DateTimeParts at = SplitTicks(nowTicks);
-    char date[32];
-    std::snprintf(date, sizeof date, "%04d-%02d-%02dT%02d:%02d:%02d", at.year, at.month, at.day, at.hour,
-                  at.minute, at.second);
+    const std::string date = IsoDate(at) + "T" + IsoTime(at);
     std::string xmp =
         "<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
         "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
