@@ -86,7 +86,7 @@ std::string PropertiesOf(const FlowMeasures& measures) {
 
 std::string LettersOf(const layout::CharStyle* style) {
     std::string characters;
-    AppendCharStyle(style, false, characters);
+    AppendCharStyle(style, Overrides::No, characters);
     return characters;
 }
 
@@ -305,7 +305,7 @@ void DocxParagraphs::Paragraph(const Instance& item, const ParagraphInstance& pa
         std::string properties = own;
         if (run.style != first) {
             properties.clear();
-            AppendCharStyle(run.style.get(), true, properties);
+            AppendCharStyle(run.style.get(), Overrides::Yes, properties);
         }
         properties += IsRightToLeft(run.text) ? "<w:rtl/>" : "";
         const std::string address = link.empty() ? OpenAddress(run.hyperlink, item.toolTip) : "";

@@ -62,7 +62,8 @@ void AppendOutlineStyles(std::string& out) {
 
 }  // namespace
 
-void AppendCharStyle(const CharStyle* style, bool overrides, std::string& out) {
+void AppendCharStyle(const CharStyle* style, Overrides overriding, std::string& out) {
+    const bool overrides = overriding == Overrides::Yes;
     static const CharStyle Default;
     const CharStyle& letters = style ? *style : Default;
     const std::string family = letters.family.empty() ? Default.family : letters.family;
@@ -104,7 +105,7 @@ std::string DocxStyles::Paragraph(const std::string& paragraph, const std::strin
 std::string DocxStyles::Part(const std::string& language) const {
     std::string part = std::string(XmlDeclaration) + "<w:styles" + DocxNamespaces() + ">";
     part += "<w:docDefaults><w:rPrDefault><w:rPr>";
-    AppendCharStyle(nullptr, false, part);
+    AppendCharStyle(nullptr, Overrides::No, part);
     part += language.empty() ? "" : LanguageElement(language);
     part +=
         "</w:rPr></w:rPrDefault><w:pPrDefault/></w:docDefaults>\n"

@@ -212,13 +212,13 @@ Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
     return isDate ? MakeDateScale(request) : MakeScale(request);
 }
 
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, TickKind kind,
                      const Culture& culture) {
-    if (isDate) {
+    if (kind == TickKind::Day) {
         const auto ticks = static_cast<std::int64_t>(std::llround(tick * static_cast<double>(TicksPerDay)));
         return ChartNumber(Value::DateTime(std::max<std::int64_t>(ticks, 0)), axis.format, culture);
     }
-    if (isPercent && axis.format.empty()) {
+    if (kind == TickKind::Share && axis.format.empty()) {
         return FormatValue(Value::Real(tick), "P0", culture);
     }
     // Sums of steps end in stray digits.
@@ -226,7 +226,7 @@ std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick,
     const double rounded = scale.logarithmic || !(unit > 0) ? tick : std::round(tick / unit) * unit;
     const bool shares = axis.format.find('%') != std::string::npos || axis.format.starts_with("P") ||
                         axis.format.starts_with("p");
-    const Value value = Value::Real(isPercent && !shares ? rounded * 100 : rounded);
+    const Value value = Value::Real(kind == TickKind::Share && !shares ? rounded * 100 : rounded);
     return axis.format.empty() ? FormatValue(value, "#,0.##########", culture)
                                : FormatValue(value, axis.format, culture);
 }

@@ -29,9 +29,13 @@ Scale NumberScale(const ChartAreaData& area, bool isDate, double room);
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);
 
-// Returns the label of a tick. `isPercent`: the tick is a share of a stack in hundredths. `isDate`: it is a
-// day.
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
+enum class TickKind {
+    Number,
+    Share,  // of a stack, in hundredths
+    Day
+};
+// Returns the label of a tick.
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, TickKind kind,
                      const Culture& culture);
 
 }  // namespace rdl::layout

@@ -28,7 +28,7 @@ void Number(CirclePlot& plot) {
         const double share = plot.numbers.Share(tick);
         if (share < 1 - 1e-9) {  // the last one lies on the first
             plot.spokes.push_back((axis.reverse ? -share : share) * Turn);
-            plot.names.push_back(TickText(axis, plot.numbers, tick, false, false, *plot.data.culture));
+            plot.names.push_back(TickText(axis, plot.numbers, tick, TickKind::Number, *plot.data.culture));
         }
     }
 }
@@ -195,7 +195,7 @@ void ValueAxis(const CirclePlot& plot, std::size_t index) {
         }
         if (axis.labels && HasTexts(plot)) {
             const double x = spot.x + side * (TickLength + TickGap / 2);
-            const std::string text = TickText(axis, scale, tick, false, false, *plot.data.culture);
+            const std::string text = TickText(axis, scale, tick, TickKind::Number, *plot.data.culture);
             const double most = axis.opposite ? plot.room.Right() - x : x - plot.room.x;
             plot.canvas.Text(Shortened(text, *axis.style, most), *axis.style, {x, spot.y},
                              {axis.opposite ? 0.0 : 1.0, 0.5});

@@ -89,7 +89,8 @@ ChartTickLabels CategoryLabels(const ChartPlot& plot, double length, double most
     double spacing = length * plot.CategoryWidth();
     if (plot.scattered) {
         for (const double tick : plot.numbers.ticks) {
-            labels.texts.push_back(TickText(axis, plot.numbers, tick, false, plot.dates, *plot.data.culture));
+            labels.texts.push_back(TickText(
+                axis, plot.numbers, tick, plot.dates ? TickKind::Day : TickKind::Number, *plot.data.culture));
         }
         spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
         FitNumbers(spacing, length * LargestAxisShare, *axis.style, labels);
@@ -114,8 +115,9 @@ ChartTickLabels ValueLabels(const ChartPlot& plot, std::size_t index, double len
     const Scale& scale = plot.values[index];
     ChartTickLabels labels;
     for (const double tick : scale.ticks) {
-        labels.texts.push_back(
-            TickText(axis, scale, tick, IsPercent(plot.area, index), false, *plot.data.culture));
+        labels.texts.push_back(TickText(axis, scale, tick,
+                                        IsPercent(plot.area, index) ? TickKind::Share : TickKind::Number,
+                                        *plot.data.culture));
     }
     const double spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
     const auto fit = plot.swapped ? FitNumbers : FitUpright;
