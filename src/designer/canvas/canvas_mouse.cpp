@@ -138,7 +138,7 @@ void DesignCanvas::mousePressEvent(QMouseEvent* event) {
     const QPointF point = ToCanvas(event->position());
     setFocus(Qt::MouseFocusReason);
     if (m_editor) {
-        CloseEditor(true);
+        FinishEditing();
     }
     if (event->button() == Qt::LeftButton) {
         Press(point, event->modifiers());

@@ -81,7 +81,7 @@ DesignCanvas::~DesignCanvas() = default;
 
 void DesignCanvas::TakeChange() {
     if (m_editor && !m_model.Source().Has(m_edited)) {
-        CloseEditor(false);
+        CloseEditor(TypedText::Discard);
     }
     // A drag is of items as they were.
     if (m_drag.action != Action::None && !m_isReleasing) {

@@ -184,9 +184,11 @@ std::map<std::string, std::string> ForeignPrefixes(const SourceTree& tree, int f
     return prefixes;
 }
 
-// Returns the text of the element without the prefix of the report, with the declarations of others if asked
-// for.
-std::string ElementText(const Document& document, ElementId id, bool declaresOthers) {
+enum class OtherSpaces { Declared, NotDeclared };
+
+// Returns the text of the element without the prefix of the report, with or without the declarations of other
+// prefixes.
+std::string ElementText(const Document& document, ElementId id, OtherSpaces others) {
     const SourceTree& tree = document.Tree();
     const int first = document.IndexOf(id);
     std::vector<Range> names;
@@ -207,7 +209,7 @@ std::string ElementText(const Document& document, ElementId id, bool declaresOth
         const std::string_view written = tree.At(name);
         xml += own.size() > 1 && written.starts_with(own) ? written.substr(own.size()) : written;
         at = name.end;
-        if (declaresOthers && name.begin == names.front().begin) {
+        if (others == OtherSpaces::Declared && name.begin == names.front().begin) {
             for (const auto& [prefix, uri] : ForeignPrefixes(tree, first)) {
                 xml += " xmlns:" + prefix + "=\"" + EscapedValue(uri, '"') + "\"";
             }
@@ -450,7 +452,7 @@ void Move(Document& document, ElementId id, ElementId parent, ElementId before, 
         throw EditError("the element cannot be moved there");
     }
     const ElementId from = document.Parent(id);
-    const std::string xml = ElementText(document, id, false);
+    const std::string xml = ElementText(document, id, OtherSpaces::NotDeclared);
     const std::string name = Or(step, "Move", document.Attribute(id, "Name").value_or(document.Name(id)));
     std::vector<ElementId> kept;
     const int begin = document.IndexOf(id);
@@ -475,14 +477,14 @@ ElementId Duplicate(Document& document, ElementId id, const std::string& step) {
     const StepGroup group(document, name);
     const SourceTree& tree = document.Tree();
     const ElementId next = document.IdAt(tree[document.IndexOf(id)].nextSibling);
-    const ElementId copy =
-        InsertAt(document, document.Parent(id), next, ElementText(document, id, false), name);
+    const ElementId copy = InsertAt(document, document.Parent(id), next,
+                                    ElementText(document, id, OtherSpaces::NotDeclared), name);
     MakeNamesUnique(document, copy);
     return copy;
 }
 
 std::string XmlOf(const Document& document, ElementId id) {
-    return ElementText(document, id, true);
+    return ElementText(document, id, OtherSpaces::Declared);
 }
 
 }  // namespace designer

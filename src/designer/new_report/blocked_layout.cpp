@@ -114,7 +114,7 @@ class Blocked {
         XmlList members;
         for (const ReportColumn* column : m_plan.details) {
             Xml box = m_parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                  HeadLook(m_plan.theme, m_fit.fontSize, column->IsNumeric()));
+                                  HeadLookOf(m_plan.theme, m_fit.fontSize, *column));
             members.push_back(Member({m_parts.Header(HeadHeight, std::move(box))}));
         }
         return members;

@@ -34,7 +34,8 @@ class GroupsPane : public QTreeWidget {
     void Show();
     ElementId RegionToShow() const;
     std::vector<Entry> GroupsOfTable(Axis axis) const;
-    std::vector<Entry> GroupsOfChart(bool isCategory) const;
+    enum class ChartGroups { Categories, Series };
+    std::vector<Entry> GroupsOfChart(ChartGroups kind) const;
     void AddGroups(const QString& title, const std::vector<Entry>& groups);
     void GiveSelection();
 

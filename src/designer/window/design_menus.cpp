@@ -201,9 +201,9 @@ void DesignWindow::BuildArrangeMenu() {
     }
     menu.addSeparator();
     AddCommand(menu, "toFront", tr("Bring to &Front"), QKeySequence(Qt::CTRL | Qt::Key_BracketRight),
-               [this] { OrderSelection(true); });
+               [this] { SelectionToFront(); });
     AddCommand(menu, "toBack", tr("Send to Bac&k"), QKeySequence(Qt::CTRL | Qt::Key_BracketLeft),
-               [this] { OrderSelection(false); });
+               [this] { SelectionToBack(); });
     menu.addSeparator();
     AddCommand(menu, "group", tr("&Group into a Rectangle"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_J),
                [this] { GroupSelection(); });

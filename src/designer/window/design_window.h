@@ -140,7 +140,8 @@ class DesignWindow : public QMainWindow {
     void Paste();
     void SelectAll();
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
-    void OrderSelection(bool toFront);
+    void SelectionToFront();
+    void SelectionToBack();
     void AskForPicture(ElementId image);
     void EditExpression();
     // Asks for an expression in the text of a text box; nullopt if the user cancels.
