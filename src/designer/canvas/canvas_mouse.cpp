@@ -209,7 +209,7 @@ void DesignCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
     m_model.Select({item});
     EditText();
     if (!m_editor) {
-        emit DesignWanted(item);
+        emit DesignRequested(item);
     }
 }
 

@@ -93,13 +93,13 @@ void DesignCanvas::TypeInto(QKeyEvent* event) {
         return QAbstractScrollArea::keyPressEvent(event);
     }
     if (boxes.empty()) {
-        emit Told(tr("Only a text box takes text"));
+        emit StatusTextChanged(tr("Only a text box takes text"));
         return;
     }
     OpenEditor(boxes);
     m_editor->insertPlainText(text);
     if (boxes.size() > 1) {
-        emit Told(tr("What you type goes into %1 text boxes").arg(boxes.size()));
+        emit StatusTextChanged(tr("What you type goes into %1 text boxes").arg(boxes.size()));
     }
 }
 
@@ -306,7 +306,7 @@ void DesignCanvas::CloseEditor(TypedText typed) {
     editor->deleteLater();
     std::vector<ElementId> boxes = m_typedInto;
     std::erase_if(boxes, [this](ElementId box) { return !m_model.Source().Has(box); });
-    emit Told({});
+    emit StatusTextChanged({});
     if (typed == TypedText::Discard || boxes.empty() || (boxes.size() == 1 && text == m_opened)) {
         return;
     }

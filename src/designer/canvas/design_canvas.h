@@ -102,10 +102,10 @@ class DesignCanvas : public QAbstractScrollArea {
     void ZoomChanged();
     void ToolChanged();
     void ItemInserted(designer::ElementId id, designer::NewItem kind);
-    void DesignWanted(designer::ElementId id);  // a double click on an item that is no text box
-    void PointerMoved(const QString& place);    // empty: the pointer is on no band
-    void LaidOut();                             // Failure may have changed
-    void Told(const QString& text);             // for the status bar; empty: clears it
+    void DesignRequested(designer::ElementId id);  // a double click on an item that is no text box
+    void PointerMoved(const QString& place);       // empty: the pointer is on no band
+    void LaidOut();                                // Failure may have changed
+    void StatusTextChanged(const QString& text);   // for the status bar; empty: clears it
 
  protected:
     void paintEvent(QPaintEvent* event) override;

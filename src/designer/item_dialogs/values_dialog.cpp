@@ -143,7 +143,7 @@ void ValuesDialog::accept() {
             return;
         }
     }
-    if (!IsMoreRight()) {
+    if (!IsRestValid()) {
         return;
     }
     QString refusal;
@@ -156,7 +156,7 @@ void ValuesDialog::accept() {
         for (const ValueField* field : m_fields) {
             field->Write(document);
         }
-        WriteMore(document);
+        WriteRest(document);
         const std::string fault =
             worked && document.Revision() != before ? FaultOfReport(m_model, document) : std::string();
         if (!fault.empty()) {

@@ -43,7 +43,7 @@ GroupsPane::GroupsPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent
 // A heading has nothing to open: it folds.
 void GroupsPane::Open(QTreeWidgetItem* row) {
     if (MemberOf(*row) != NoElement) {
-        emit OpenWanted(MemberOf(*row));
+        emit OpenRequested(MemberOf(*row));
     } else {
         row->setExpanded(!row->isExpanded());
     }

@@ -18,7 +18,7 @@ class GroupsPane : public QTreeWidget {
     explicit GroupsPane(DesignModel& model, QWidget* parent = nullptr);
 
  signals:
-    void OpenWanted(designer::ElementId member);  // the properties of this group, which is selected
+    void OpenRequested(designer::ElementId member);  // the properties of this group, which is selected
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;

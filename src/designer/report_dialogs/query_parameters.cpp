@@ -76,7 +76,7 @@ QueryParameters::QueryParameters(const DesignModel& model, const Write& write, Q
     layout->addWidget(m_table, 1);
     layout->addWidget(m_note);
     connect(m_table, &RowTable::Edited, this, [this] {
-        ShowNews();
+        ShowNewParameters();
         emit Edited();
     });
 }
@@ -158,7 +158,7 @@ bool QueryParameters::Offer(const std::vector<std::string>& asked) {
     }
     if (hasChanged) {
         m_table->SetRows(std::move(rows));
-        ShowNews();
+        ShowNewParameters();
     }
     return hasChanged;
 }
@@ -190,7 +190,7 @@ void QueryParameters::AddToReport(Document& document) const {
     PutReportParameters(document, all);
 }
 
-void QueryParameters::ShowNews() {
+void QueryParameters::ShowNewParameters() {
     QStringList names;
     for (const std::string& name : NewParameters()) {
         names += QString::fromStdString(name);

@@ -63,8 +63,8 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
                    m_canvas->ContinueText();
                });
     m_canvas->addAction(findChild<QAction*>("itemLinks"));
-    connect(m_data, &DataPane::OpenWanted, this, &DesignWindow::OpenPart);
-    connect(m_data, &DataPane::RemoveWanted, this, &DesignWindow::RemoveDataPart);
+    connect(m_data, &DataPane::OpenRequested, this, &DesignWindow::OpenPart);
+    connect(m_data, &DataPane::RemoveRequested, this, &DesignWindow::RemoveDataPart);
 }
 
 std::vector<ElementId> DesignWindow::LinkedElements() const {

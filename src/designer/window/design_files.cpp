@@ -149,7 +149,7 @@ void DesignWindow::AskAndOpen() {
     const QString folder = QString::fromStdString(m_model->File().parent_path().string());
     const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Report"), folder, Filters());
     for (const QString& file : files) {
-        emit WindowWanted(file);
+        emit WindowRequested(file);
     }
 }
 

@@ -61,8 +61,8 @@ class DesignWindow : public QMainWindow {
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
-    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
-    void QuitWanted();                       // all windows are to be closed
+    void WindowRequested(const QString& file);  // another window; with a blank report if `file` is empty
+    void QuitRequested();                       // all windows are to be closed
     void ReportMade(const std::string& bytes, const Logon& logon);  // is to be shown, without a file
 
  protected:

@@ -30,7 +30,7 @@ QString NameInReport(const QString& file, const std::filesystem::path& report) {
 
 void DesignWindow::ConnectGraphics() {
     m_canvas->SetAsker([this](NewItem kind, GraphicChoice& choice) { return AskFor(kind, choice); });
-    connect(m_canvas, &DesignCanvas::DesignWanted, this, &DesignWindow::DesignItem);
+    connect(m_canvas, &DesignCanvas::DesignRequested, this, &DesignWindow::DesignItem);
 }
 
 // A part of a chart or gauge has the dialog of its item.

@@ -130,7 +130,7 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area) {
 }
 
 Scale ValueScale(const ChartAreaData& area, std::size_t axis,
-                 const std::vector<std::vector<ChartReach>>& reaches, double room) {
+                 const std::vector<std::vector<ChartReach>>& reaches, double length) {
     const ChartAxisData& data = area.valueAxes[axis];
     ScaleRequest request;
     request.logarithmic = data.logarithmic;
@@ -182,11 +182,11 @@ Scale ValueScale(const ChartAreaData& area, std::size_t axis,
     }
     const double height = static_cast<double>(data.style->size);
     const bool level = !area.rows.empty() && area.rows.front().definition->kind == ChartKind::Bar;
-    request.mostTicks = std::clamp(static_cast<int>(room / (height * (level ? 6 : 2.5))), 2, 12);
+    request.mostTicks = std::clamp(static_cast<int>(length / (height * (level ? 6 : 2.5))), 2, 12);
     return MakeScale(request);
 }
 
-Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
+Scale NumberScale(const ChartAreaData& area, bool isDate, double length) {
     const ChartAxisData& data = area.categoryAxes.front();
     ScaleRequest request;
     for (const ChartRow& row : area.rows) {
@@ -208,7 +208,7 @@ Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
     request.logarithmic = data.logarithmic;
     request.base = data.base;
     request.mostTicks =
-        std::clamp(static_cast<int>(room / (static_cast<double>(data.style->size) * 6)), 2, 12);
+        std::clamp(static_cast<int>(length / (static_cast<double>(data.style->size) * 6)), 2, 12);
     return isDate ? MakeDateScale(request) : MakeScale(request);
 }
 
