@@ -78,7 +78,7 @@ std::vector<Splice> TextSplices(const Document& document, ElementId id, std::str
         return {{element.endTag, 0, plain, {}}};
     }
     std::vector<Splice> splices;
-    // Of several pieces the one that is not blank is the text.
+    // If there are several pieces, the one that is not blank is the text.
     auto main = std::find_if(pieces.begin(), pieces.end(), [&](const TextPiece& piece) {
         return piece.isCData || !IsBlank(tree.At(piece.range));
     });
@@ -343,7 +343,7 @@ void RemoveAllAt(Document& document, const std::vector<TextPlace>& places, const
             ++uses[document.Parent(found.back())];
         }
     }
-    // Where two of them are in one element, that may be left empty.
+    // An element with two of them may be left empty.
     if (std::any_of(uses.begin(), uses.end(), [](const auto& use) { return use.second > 1; })) {
         for (const TextPlace& place : places) {
             RemoveAt(document, place.owner, place.path, step);

@@ -279,7 +279,7 @@ std::vector<LeftReference> Rename(Document& document, ElementId id, const std::s
     return LeftReferences(document, kind, old);
 }
 
-// Where one takes the name of another, all names that change take a detour.
+// If one item gets the name of another, all names that change get another name first.
 void RenameAll(Document& document, const std::vector<ElementId>& ids, const std::vector<std::string>& names) {
     std::set<std::string> before;
     for (const ElementId id : ids) {

@@ -59,7 +59,7 @@ class Blocked {
     Look TotalRow() const { return TotalLook(m_plan.theme, m_fit.fontSize); }
     Look SubtotalRowLook() const { return SubtotalLook(m_plan.theme, m_fit.fontSize); }
 
-    // Of the columns of the groups from `level` on.
+    // Returns the width of the columns of the groups from `level` on.
     double WidthFrom(std::size_t level) const {
         const auto begin = m_fit.widths.begin();
         return std::accumulate(begin + static_cast<std::ptrdiff_t>(level),

@@ -8,7 +8,7 @@
 namespace designer {
 namespace {
 
-// Of more points the markers would hide the line.
+// The markers of more points would hide the line.
 constexpr std::size_t MostMarkers = 40;
 
 struct Series {

@@ -101,7 +101,7 @@ PageSetup PageDialog::Typed() const {
     for (std::size_t value = 0; value < PageValues; ++value) {
         const std::string text = m_lines[value]->text().trimmed().toStdString();
         setup[value] = value == Columns ? text : WithUnit(m_model.Source(), text);
-        // As it is written in the file, if that is what is meant.
+        // A value that did not change stays as it is written in the file.
         setup[value] = text == m_old[value] ? m_old[value] : setup[value];
     }
     return setup;

@@ -163,7 +163,7 @@ bool QueryParameters::Offer(const std::vector<std::string>& asked) {
     return hasChanged;
 }
 
-// Of an offer that the user has changed or removed the report gets nothing.
+// The report gets no parameter for an offer that the user has changed or removed.
 std::vector<std::string> QueryParameters::NewParameters() const {
     std::vector<std::string> names;
     for (const Offered& offered : m_offered) {

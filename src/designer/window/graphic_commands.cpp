@@ -16,7 +16,8 @@
 namespace designer {
 namespace {
 
-// As the report names the file: relative to its folder, if it is in it or below.
+// Returns the name of the file in the report, relative to the folder of the report if the file is in it or
+// below.
 QString NameInReport(const QString& file, const std::filesystem::path& report) {
     if (report.empty()) {
         return file;

@@ -131,7 +131,7 @@ void ParameterBar::AddField(const AskedParameter& parameter, const report::Param
     for (const std::string& value : given.DefaultValues()) {
         defaults.append(Text(value));
     }
-    // A default that the engine does not tell, or refuses, is left to the run.
+    // A default that the engine does not give, or refuses, is left to the run.
     const bool isNull = defaults.isEmpty() && (!parameter.hasDefault || parameter.isNullDefault);
     const auto typed = m_typed.constFind(Text(parameter.name));
     const Values values = typed != m_typed.constEnd() ? *typed

@@ -33,7 +33,7 @@ class Corners {
     }
 
  private:
-    // The diagonals lie below and to the right of the first one by turns.
+    // The diagonals are below and to the right of the first one, in turn.
     QPoint Place() const {
         const int off = (m_diagonal + 1) / 2;
         return m_diagonal % 2 == 1 ? QPoint(m_along, m_along + off) : QPoint(m_along + off, m_along);

@@ -184,7 +184,7 @@ void DTPicker::ClosePart() {
     }
 }
 
-// What was typed becomes the date. Whether nothing of it was refused.
+// Makes what was typed the date. Returns false if a part of it was refused.
 bool DTPicker::Settle() {
     bool taken = EndRun();
     QDate settled = date();

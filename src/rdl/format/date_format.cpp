@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view DateLetters = "dfFghHKmMstyz:/%";
 
-// Dates carry no zone: z tells the machine's at that moment.
+// Dates carry no zone: z is the zone of the machine at that moment.
 int MinutesFromUtc(const DateTimeParts& parts) {
     std::tm local{};
     local.tm_year = parts.year - 1900;

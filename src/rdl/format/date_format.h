@@ -16,8 +16,8 @@ bool FormatDateTime(std::int64_t ticks, std::string_view format, const Culture& 
 void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
                        std::string& out);
 
-// Sets `pattern` to the pattern of a standard format letter; returns false if there is none. `invariant`
-// tells that the pattern uses the invariant culture.
+// Sets `pattern` to the pattern of a standard format letter; returns false if there is none. Sets `invariant`
+// if the pattern uses the invariant culture.
 bool StandardDatePattern(char letter, const Culture& culture, std::string& pattern, bool& invariant);
 
 // Returns false if `format` is not a time span format.

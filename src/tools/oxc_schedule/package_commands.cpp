@@ -216,7 +216,7 @@ void RemovePackage(const CommandLine& line) {
     PrintChange(line, Shown(package) + " is removed.\n", Result(package));
 }
 
-// As the Desktop does: a package without reports goes, too.
+// Also deletes a package that is left without reports, as the Desktop does.
 void RemovePackageReport(const CommandLine& line) {
     const std::string named = RequiredOption(line, "report");
     StoredPackage package;

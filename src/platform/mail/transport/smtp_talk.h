@@ -18,7 +18,7 @@ class SmtpTalk {
     void CommandSent(std::string_view command) {
         const std::string_view verb = command.substr(0, 4);
         if (verb == "QUIT") {
-            m_over = true;  // said after a failure too: the answer before it is the one that tells
+            m_over = true;  // also sent after a failure, and then the answer before it counts
             return;
         }
         m_code = 0;

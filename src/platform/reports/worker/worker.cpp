@@ -23,7 +23,7 @@ constexpr milliseconds Slice(50);
 // Shorter operations need no repainting.
 constexpr milliseconds NoticedWait(200);
 constexpr int BeatsInPatience = 12;
-// So many small messages fit into a socket that nobody reads.
+// The number of small messages that fit into a socket that nobody reads.
 constexpr std::size_t MostOwed = 64;
 
 std::string TimeText(milliseconds time) {
@@ -178,7 +178,7 @@ std::string Worker::Receive() {
     }
 }
 
-// No other answer is owed: nothing may follow this one.
+// No other answer is outstanding, so nothing may follow this one.
 std::string Worker::ReceiveLast() {
     std::string body = Receive();
     if (!m_input.empty()) {

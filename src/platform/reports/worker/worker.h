@@ -34,7 +34,7 @@ class Worker {
     }
     // Sends an operation that returns nothing and that the engine never refuses, and does not wait: the
     // answer is read before the next call, which raises what went wrong, in the words of this operation, or
-    // once many are owed. Never fails itself.
+    // once many are outstanding. Never fails itself.
     template <typename Request>
     void Post(const Request& request, const std::string& report) noexcept {
         static_assert(std::is_same_v<typename Request::Answer, Done>);
@@ -48,7 +48,7 @@ class Worker {
  private:
     using Clock = std::chrono::steady_clock;
 
-    // One call, and the answers that are owed before it. Raises the error of a former one, and 440 while
+    // One call, and the outstanding answers before it. Raises the error of a former one, and 440 while
     // another call is under way.
     class Turn {
      public:

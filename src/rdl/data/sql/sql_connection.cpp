@@ -189,7 +189,7 @@ void SqlConnection::FindDialect(ProviderKind provider) {
     }
 }
 
-// Drivers tell a wrong logon and a missing server by text only.
+// Drivers report a wrong logon and a missing server by text only.
 void SqlConnection::Refuse(const ServerAddress& address) const {
     CheckStop();
     if (m_watch.HasExpired()) {

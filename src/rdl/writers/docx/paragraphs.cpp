@@ -25,7 +25,8 @@ bool IsRightToLeft(const std::string& text) {
     return QString::fromStdString(text).isRightToLeft();
 }
 
-// In a paragraph from right to left readers take left for the side where its lines begin.
+// Programs take "left" for the side where lines begin, which is the right one in a paragraph from right to
+// left.
 const char* JustificationOf(const FlowMeasures& measures) {
     switch (measures.align) {
         case HAlign::Center:

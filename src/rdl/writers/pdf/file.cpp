@@ -44,7 +44,7 @@ std::string HeadOf(std::string_view entries, std::size_t size, PdfFile::Filter f
 }  // namespace
 
 PdfFile::PdfFile(Output& output) : m_output(output) {
-    // The second line tells transfer programs that the file is binary.
+    // The second line shows transfer programs that the file is binary.
     Put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
 

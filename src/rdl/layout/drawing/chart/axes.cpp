@@ -28,7 +28,7 @@ ChartLinesData LinesOf(const ChartLines& lines, bool usual, Color color, float w
     return data;
 }
 
-// Auto is a number for this system's angle: nothing said, or 0 while labels may be fitted.
+// Returns nullopt if the labels are fitted: the angle is not set, or it is 0.
 std::optional<double> AngleOf(const ChartAxis& axis, const PartStyles& styles) {
     const std::optional<double> angle = styles.Number(axis.angle);
     return angle && *angle != 0 ? std::optional(std::clamp(*angle, -90.0, 90.0)) : std::nullopt;

@@ -16,7 +16,7 @@ struct Edge {
     const ChartAxisData& axis;
     bool level;  // along the bottom or top
 
-    // Of the share along the axis.
+    // Returns the spot at the share of the axis, `outwards` beside it.
     Spot On(double share, double outwards) const {
         const Rect& in = plot.inside;
         const double along = axis.reverse ? 1 - share : share;

@@ -63,7 +63,7 @@ void Funnel(std::vector<Segment>& segments, const ChartLook& look) {
                                      : std::abs(segment.mark->y) / total);
     }
     SetHeights(segments, parts, look);
-    // A cone down to the neck, or each point as wide as its value and as the next one's below.
+    // A cone down to the neck, or each point as wide as its value above and as the next value below.
     const auto cone = [&](double down) {
         const double neck = 1 - look.neckHeight;
         return down >= neck ? look.neckWidth : 1 - (1 - look.neckWidth) * down / neck;

@@ -88,7 +88,7 @@ void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
     }
 }
 
-// Entries in a table of so many columns, all cells alike.
+// The measures of a legend whose entries are a table of equal cells.
 struct LegendGrid {
     std::size_t columns = 1, rows = 1, shown = 0;
     double cellWidth = 0, cellHeight = 0, symbol = 0, titleHeight = 0;

@@ -32,7 +32,7 @@ Extents LargestLabel(const ChartRow& row) {
     return largest;
 }
 
-// A slice where it lies.
+// A slice with its place.
 struct Cut {
     const ChartMark* mark;
     RingSlice slice;

@@ -14,7 +14,7 @@ constexpr std::size_t MostTicks = 500;
 constexpr double Nearly = 1e-9;
 constexpr Color TickGray = 0xFF606060, BandGray = 0xFFB8C0C8, RangeGray = 0xFFC9D6E3;
 
-// Every so much from the scale's low end, or where a number of its own says.
+// Returns the values of the ticks: one at each interval, the first `offset` above the scale's low end.
 std::vector<double> TicksEvery(const Scale& scale, double interval, double offset) {
     std::vector<double> ticks;
     if (!(interval > 0) || (scale.high - scale.low) / interval > static_cast<double>(MostTicks)) {

@@ -29,7 +29,7 @@ struct Frame {
     }
 };
 
-// Omits spots that nobody can tell from the one before.
+// Omits spots that look the same as the one before.
 std::vector<Spot> SpotsOf(const Positions& positions, const MapScreen& screen, Frame& frame) {
     constexpr double Visible = 0.05;  // points
     std::vector<Spot> spots;
@@ -119,7 +119,7 @@ void LabelPolygon(const MapShapeData& shape, const MapScreen& screen, Canvas& ca
     }
 }
 
-// In the middle of the longest line.
+// Draws the label in the middle of the longest line.
 void LabelLine(const MapShapeData& shape, const MapScreen& screen, Canvas& canvas) {
     const Positions* longest = nullptr;
     for (const Positions& line : shape.geometry->lines) {
