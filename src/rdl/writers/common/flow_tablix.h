@@ -32,9 +32,10 @@ class FlowTablix {
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
     // call.
     const layout::TableRow& Fetch(std::size_t index);
+    enum class Before { Row, PageBreak };  // what is before a row
     // Returns the fetched row; the result refers to it. After a page break cells over several rows start
     // again.
-    FlowRow Make(bool afterBreak);
+    FlowRow Make(Before before);
 
  private:
     struct Span {  // a cell that continues in the rows below
