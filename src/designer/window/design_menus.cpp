@@ -157,8 +157,8 @@ void DesignWindow::BuildInsertMenu() {
     const std::tuple<const char*, QString, Qt::Key, BandKind> bands[] = {
         {"pageHeader", tr("Page &Header"), Qt::Key_H, BandKind::PageHeader},
         {"pageFooter", tr("Page &Footer"), Qt::Key_F, BandKind::PageFooter}};
-    for (const auto& [name, text, letter, kind] : bands) {
-        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | letter), [this, band = kind] {
+    for (const auto& [name, text, keyCode, kind] : bands) {
+        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | keyCode), [this, band = kind] {
             TogglePageBand(band);
         })->setCheckable(true);
     }

@@ -103,8 +103,8 @@ void DesignWindow::BuildDocks() {
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    const int letter = fontMetrics().averageCharWidth();
-    resizeDocks({outline, properties}, {letter * 28, letter * 44}, Qt::Horizontal);
+    const int characterWidth = fontMetrics().averageCharWidth();
+    resizeDocks({outline, properties}, {characterWidth * 28, characterWidth * 44}, Qt::Horizontal);
     resizeDocks({toolbox, outline}, {m_toolbox->sizeHint().height(), fontMetrics().height() * 40},
                 Qt::Vertical);
     resizeDocks({m_problemsDock}, {fontMetrics().height() * 5}, Qt::Vertical);

@@ -339,7 +339,7 @@ void ItemBuilder::BarcodeOf(ItemPlan& plan, Instance& out) {
     data.value = Text(plan.value);
     data.showsText = !barcode.showText.isSet || IsTrue(barcode.showText);
     data.errorCorrection = Text(barcode.errorCorrection);
-    data.letters = *plan.messageStyle.Get(m_evaluator);
+    data.textStyle = *plan.messageStyle.Get(m_evaluator);
     const BoxStyle& box = *out.box;
     data.area = {static_cast<double>(box.paddingLeft), static_cast<double>(box.paddingTop),
                  out.width - static_cast<double>(box.paddingLeft + box.paddingRight),

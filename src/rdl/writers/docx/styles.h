@@ -20,7 +20,7 @@ class DocxStyles {
  public:
     // Returns the id of the paragraph style with these paragraph and run properties; an empty text when the
     // document has as many styles as it can have.
-    std::string Paragraph(const std::string& paragraph, const std::string& letters);
+    std::string Paragraph(const std::string& paragraph, const std::string& run);
     // Returns the part of the styles. `language` is that of the report, or empty.
     std::string Part(const std::string& language) const;
 

@@ -180,7 +180,7 @@ class StackDrawer {
         const ChartMark& mark = *segment.mark;
         const double middle = (segment.top + segment.bottom) / 2;
         if (!IsOutside(segment)) {
-            m_canvas.Text(mark.label, InsideLetters(mark), At(0, middle, 1), {0.5, 0.5});
+            m_canvas.Text(mark.label, InsideTextStyle(mark), At(0, middle, 1), {0.5, 0.5});
             return;
         }
         const Spot from = At((segment.upper + segment.lower) / 2, middle, 1);

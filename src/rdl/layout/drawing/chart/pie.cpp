@@ -70,7 +70,7 @@ void Label(const Cut& cut, bool outside, const Rect& available, Canvas& canvas) 
         return;
     }
     if (!outside && cut.HasRoomForLabel()) {
-        canvas.Text(mark.label, InsideLetters(mark), cut.slice.LabelSpot(), {0.5, 0.5});
+        canvas.Text(mark.label, InsideTextStyle(mark), cut.slice.LabelSpot(), {0.5, 0.5});
         return;
     }
     const Border line{LineStyle::Solid, 0xFF808080, 0.5F};

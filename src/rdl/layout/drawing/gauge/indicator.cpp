@@ -90,22 +90,22 @@ std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, c
             text = "+" + text;
         }
     }
-    CharStyle letters = *kit.Styles().TextStyle(indicator.style, 10);
+    CharStyle textStyle = *kit.Styles().TextStyle(indicator.style, 10);
     if (const Color own = kit.ColorOf(indicator, "DigitColor"); own >> 24) {
-        letters.color = own;
+        textStyle.color = own;
     }
     const GaugeState* state = value ? StateOf(indicator, *value, kit) : nullptr;
     if (const Color own = state ? kit.ColorOf(*state, "DigitColor") : Transparent; own >> 24) {
-        letters.color = own;
+        textStyle.color = own;
     }
     if (kit.Flag(indicator, "UseFontPercent", false)) {
-        letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * area.height);
+        textStyle.size = static_cast<float>(static_cast<double>(textStyle.size) * Percent * area.height);
     }
     BoxStyle box = *kit.Styles().Box(indicator.style);
     kit.Paper().Box(area, &box);
     box.hAlign = box.hAlign == HAlign::General ? HAlign::Center : box.hAlign;
     box.vAlign = indicator.style.Find(StyleProperty::VerticalAlign) ? box.vAlign : VAlign::Middle;
-    DrawFitted(text, letters, box, area, !kit.Is(indicator, "ResizeMode", "None"), 0, kit.Paper());
+    DrawFitted(text, textStyle, box, area, !kit.Is(indicator, "ResizeMode", "None"), 0, kit.Paper());
     return text;
 }
 

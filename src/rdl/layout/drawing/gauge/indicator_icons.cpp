@@ -253,11 +253,11 @@ void DrawIcon(const std::string& word, const Rect& area, Color color, Canvas& ca
 
 std::string WordsOf(const std::string& icon) {
     std::string words;
-    for (const char letter : icon) {
-        if (IsAsciiUpper(letter) && !words.empty()) {
+    for (const char character : icon) {
+        if (IsAsciiUpper(character) && !words.empty()) {
             words += ' ';
         }
-        words += AsciiLower(letter);
+        words += AsciiLower(character);
     }
     return words;
 }

@@ -47,7 +47,7 @@ void DrawGridLine(const MapGridData& grid, const std::vector<Spot>& spots, const
                spot.y >= area.y - Rounding && spot.y <= area.Bottom() + Rounding;
     });
     if (grid.hasLabels && screen.IsGeographic() && inside != spots.end()) {
-        canvas.Text(text, *grid.letters, *inside, anchor);
+        canvas.Text(text, *grid.textStyle, *inside, anchor);
     }
 }
 
