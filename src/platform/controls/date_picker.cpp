@@ -153,7 +153,7 @@ bool DTPicker::AnswerKey(const QKeyEvent& event) {
     return true;
 }
 
-// A date in any form that the system reads, not only in the one that is shown; digits as if they were typed.
+// Takes a date in any form that the system reads, not only in the one that is shown. Digits count as typed.
 void DTPicker::Paste(const QString& text) {
     EndRun();
     const QString given = text.trimmed();

@@ -144,7 +144,7 @@ class PatternWriter {
         }
     }
 
-    // A fraction that comes to nothing takes the point before it along.
+    // Also removes the point before a fraction that becomes empty.
     void WriteTrimmedFraction(int count) {
         const std::size_t before = m_out.size();
         AppendFraction(m_parts.fraction, std::min(count, 7), TrailingZeros::Drop, m_out);

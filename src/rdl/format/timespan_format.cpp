@@ -126,7 +126,7 @@ bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& 
 
 namespace {
 
-// Digits at the front of the text; false when there are none, or more than `most` of them.
+// Reads the digits at the front of the text. Returns false if there are none, or more than `most`.
 bool TakeDigits(std::string_view& text, std::size_t most, std::int64_t& number, std::size_t& digits) {
     digits = std::min(text.find_first_not_of("0123456789"), text.size());
     if (digits == 0 || digits > most) {

@@ -12,7 +12,7 @@ namespace rdl::text {
 
 namespace {
 
-// A character with what is known of it before glyphs are chosen.
+// A character with its properties before glyphs are chosen.
 struct Unit {
     char32_t character;
     std::uint32_t begin, end;  // bytes

@@ -12,7 +12,7 @@ namespace {
 
 constexpr Color IconGray = 0xFF708090;
 
-// The state that a value is in. Of several that reach to it, the one that begins last counts, and of those
+// Returns the state of a value. If several states contain it, the one that begins last counts, and of those
 // the narrowest: 33 is in 33 to 66, not in 0 to 33. An end that is not given is open.
 const GaugeState* StateOf(const GaugeItem& indicator, double value, const GaugeKit& kit) {
     const GaugeState* found = nullptr;
