@@ -92,7 +92,7 @@ void LogStart() {
                                                   std::to_string(OXC_VERSION_REVISION)),
                      journal::Text("folder", paths::ForUser(AppPath())), journal::Number("poll", PollSeconds),
                      journal::Text("alert", AlertWho)}});
-    RunLog::TellCutOff();
+    RunLog::LogCutOffRun();
 }
 
 Steps SchedulerSteps() {

@@ -50,7 +50,7 @@ void Note(journal::Level level, std::string_view event, Facts facts) {
 [[noreturn]] void End(const char* reason) {
     static std::once_flag once;
     std::call_once(once, [reason] {
-        ServiceManager::Instance().Tell("STOPPING=1");
+        ServiceManager::Instance().Notify("STOPPING=1");
         Note(journal::Level::Notice, "stop", {journal::Text("reason", reason)});
         EndProcess();
     });
@@ -72,7 +72,7 @@ void Stop(int signal) {
     Note(journal::Level::Notice, "stopping",
          {journal::Text("reason", name), journal::Text("waits-for", "mail"),
           journal::Seconds("seconds", StopPatience)});
-    ServiceManager::Instance().Tell("STOPPING=1\nSTATUS=Finishing a mail");
+    ServiceManager::Instance().Notify("STOPPING=1\nSTATUS=Finishing a mail");
 }
 
 // Not in the middle of a poll: a run must not get its folder from one settings file and its alert from
@@ -83,7 +83,7 @@ void ReadSettingsAgain() {
     }
     using Time = std::chrono::steady_clock;
     const auto now = std::chrono::duration_cast<std::chrono::microseconds>(Time::now().time_since_epoch());
-    ServiceManager::Instance().Tell("RELOADING=1\nMONOTONIC_USEC=" + std::to_string(now.count()));
+    ServiceManager::Instance().Notify("RELOADING=1\nMONOTONIC_USEC=" + std::to_string(now.count()));
     try {
         // What a damaged file lacks would be empty, the address of alerts too.
         TheRegistry().RequireWhole();
@@ -95,7 +95,7 @@ void ReadSettingsAgain() {
         Note(journal::Level::Error, "settings-kept",
              {journal::Text("error", error.Description()), journal::Number("number", error.Number())});
     }
-    ServiceManager::Instance().TellReady();
+    ServiceManager::Instance().NotifyReady();
 }
 
 void AppendNextDue(Facts& facts) {
@@ -158,7 +158,7 @@ void FeedWatchdog() {
         return;
     }
     auto* const timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, qApp, [] { ServiceManager::Instance().ShowLife(); });
+    QObject::connect(timer, &QTimer::timeout, qApp, [] { ServiceManager::Instance().NotifyAlive(); });
     timer->start(std::chrono::duration_cast<std::chrono::milliseconds>(patience / 2));
     Note(journal::Level::Info, "watchdog",
          {journal::Seconds("seconds", std::chrono::duration_cast<std::chrono::milliseconds>(patience))});
@@ -199,12 +199,12 @@ void Serve(bool isPolling) {
     const ServiceManager& manager = ServiceManager::Instance();
     if (isPolling) {
         QTimer::singleShot(0, qApp, [] {
-            ServiceManager::Instance().TellReady();
+            ServiceManager::Instance().NotifyReady();
             FeedWatchdog();
         });
     } else if (manager.IsThere()) {
         Note(journal::Level::Error, "watchdog", {journal::Text("outcome", "restart")});
-        manager.Tell("STATUS=Polling has stopped\nWATCHDOG=trigger");
+        manager.Notify("STATUS=Polling has stopped\nWATCHDOG=trigger");
     }
 }
 

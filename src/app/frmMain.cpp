@@ -134,10 +134,10 @@ void frmMain::ListChildWindows() {
     int number = 0;
     for (QMdiSubWindow* window : windows) {
         ++number;
-        const QFontMetrics letters = menu.fontMetrics();
-        const QString title = letters
+        const QFontMetrics metrics = menu.fontMetrics();
+        const QString title = metrics
                                   .elidedText(window->windowTitle().simplified(), Qt::ElideRight,
-                                              LongestTitle * letters.averageCharWidth())
+                                              LongestTitle * metrics.averageCharWidth())
                                   .replace("&", "&&");
         QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
         entry->setCheckable(true);

@@ -134,9 +134,9 @@ void frmAddReport::ConnectLostFocus() {
 
 void frmAddReport::Form_Load() {
     // The size is computed while Frame4 is visible; ticking Check1 shows it again.
-    constexpr int LettersWide = 85, FormulaLines = 4;
+    constexpr int CharactersWide = 85, FormulaLines = 4;
     m_ui->txtSelForm->setFixedHeight(fontMetrics().lineSpacing() * FormulaLines);
-    resize(SizeForText(*this, LettersWide, 0));
+    resize(SizeForText(*this, CharactersWide, 0));
     m_ui->Frame4->hide();
     SetFirstTimes(*m_ui->msTime, *m_ui->dtStart, *m_ui->dtEnd);
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Name");

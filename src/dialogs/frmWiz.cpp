@@ -120,8 +120,8 @@ void frmWiz::ConnectEmail() {
 void frmWiz::Form_Load() {
     try {
         // Before it is shown: its position depends on its size.
-        constexpr int LettersWide = 80, LinesHigh = 26;
-        resize(SizeForText(*this, LettersWide, LinesHigh));
+        constexpr int CharactersWide = 80, LinesHigh = 26;
+        resize(SizeForText(*this, CharactersWide, LinesHigh));
         show();
         DoEvents();
         Global::ParCaller = "frmWiz";

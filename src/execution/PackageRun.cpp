@@ -57,7 +57,7 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
     ADODB::Recordset details;
     details.Open("select * from reportbatchdtls where reportid = " + reportID, ConnectionString);
     for (; !details.EOF_(); details.MoveNext(), ++slot) {
-        ServiceManager::Instance().ShowLife();
+        ServiceManager::Instance().NotifyAlive();
         report::Report& report = OpenReportToRun(details.Fields("ReportPath").Value.Text());
         const std::shared_ptr<report::Report> held = CurrentReport;
         HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());

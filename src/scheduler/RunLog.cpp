@@ -57,7 +57,7 @@ void RunLog::PollEnds() {
     if (m_hasRun) {
         ServiceManager::Instance().EndLongSteps();
     }
-    ServiceManager::Instance().TellStatus(Summary());
+    ServiceManager::Instance().NotifyStatus(Summary());
 }
 
 bool RunLog::IsPolling() const {
@@ -75,13 +75,13 @@ void RunLog::Begins(RunKind kind, const std::string& reportID, const std::string
     m_item = Item{kind, reportID, title, Clock::now()};
     m_trace.Begin(kind, reportID, title);
     journal::SetContext(FactsOf(*m_item));
-    ServiceManager::Instance().TellStatus(std::string("Running ") + WordOf(kind) + " " + reportID + " \"" +
-                                          title + "\"");
+    ServiceManager::Instance().NotifyStatus(std::string("Running ") + WordOf(kind) + " " + reportID + " \"" +
+                                            title + "\"");
     if (!m_hasRun) {
         m_hasRun = true;
         ServiceManager::Instance().BeginLongSteps();
     } else {
-        ServiceManager::Instance().ShowLife();
+        ServiceManager::Instance().NotifyAlive();
     }
 }
 
@@ -147,7 +147,7 @@ void RunLog::RecordedLater(RunKind kind, const std::string& reportID, const std:
     journal::Write({journal::Level::Notice, "run-recorded", std::move(facts)});
 }
 
-void RunLog::TellCutOff() {
+void RunLog::LogCutOffRun() {
     if (const std::optional<CutOffRun> run = TakeRunTrace()) {
         journal::Write({journal::Level::Warning,
                         run->kind == RunKind::Schedule ? "run-cut-off" : "package-cut-off",

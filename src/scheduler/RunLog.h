@@ -44,7 +44,7 @@ class RunLog {
     void RecordedLater(RunKind kind, const std::string& reportID, const std::string& title);
 
     // Logs which item a process before this one was running when it ended, if there is one.
-    static void TellCutOff();
+    static void LogCutOffRun();
 
     // Returns since when it runs, how many runs were delivered and failed, the last poll and what is running.
     // Safe in any thread.

@@ -51,8 +51,8 @@ void TakeSource(const NewReportArguments& arguments, const fs::path& folder, des
     report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
 }
 
-// Returns the tables and views of an SQLite database in the order of their names; nothing if they cannot be
-// read.
+// Returns the tables and views of an SQLite database in the order of their names; an empty text if they
+// cannot be read.
 std::string TablesOf(rdl::QueryRequest request) {
     constexpr std::size_t Enough = 300;
     request.query =

@@ -13,10 +13,10 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Returns the value of an option that wants a name. Raises UsageError if it is empty.
+// Returns the value of an option that needs a name. Raises UsageError if it is empty.
 inline const std::string& NonEmpty(const std::string& option, const std::string& value) {
     if (value.empty()) {
-        throw UsageError(option + " wants a name");
+        throw UsageError(option + " needs a name");
     }
     return value;
 }

@@ -138,7 +138,7 @@ void DesignCanvas::mousePressEvent(QMouseEvent* event) {
     const QPointF point = ToCanvas(event->position());
     setFocus(Qt::MouseFocusReason);
     if (m_editor) {
-        CloseEditor(true);
+        FinishEditing();
     }
     if (event->button() == Qt::LeftButton) {
         Press(point, event->modifiers());
@@ -209,7 +209,7 @@ void DesignCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
     m_model.Select({item});
     EditText();
     if (!m_editor) {
-        emit DesignWanted(item);
+        emit DesignRequested(item);
     }
 }
 

@@ -84,7 +84,7 @@ void DesignCanvas::PaintBands(QPainter& painter) {
         if (!caption.united(place).adjusted(-50, -50, 50, 50).intersects(visible)) {
             continue;
         }
-        PaintCaption(painter, band, false);
+        PaintCaption(painter, band, CaptionLook::Plain);
         painter.fillRect(place, Qt::white);
         painter.save();
         painter.setClipRect((place & visible).adjusted(-1, -1, 1, 1));
@@ -96,7 +96,8 @@ void DesignCanvas::PaintBands(QPainter& painter) {
     }
 }
 
-void DesignCanvas::PaintCaption(QPainter& painter, std::size_t band, bool isSelected) {
+void DesignCanvas::PaintCaption(QPainter& painter, std::size_t band, CaptionLook look) {
+    const bool isSelected = look == CaptionLook::Selected;
     const QRectF area = m_layout.Caption(band);
     painter.fillRect(area, palette().color(isSelected ? QPalette::Highlight : QPalette::Window));
     painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::WindowText));
@@ -153,7 +154,7 @@ void DesignCanvas::PaintSelectedBand(QPainter& painter, ElementId id) {
     const auto& bands = m_model.Items().bands;
     for (std::size_t band = 0; band < bands.size(); ++band) {
         if (bands[band].element == id) {
-            PaintCaption(painter, band, true);
+            PaintCaption(painter, band, CaptionLook::Selected);
             painter.setPen(QColor(Frame));
             painter.setBrush(Qt::NoBrush);
             painter.drawRect(Sharp(m_layout.Band(band)));

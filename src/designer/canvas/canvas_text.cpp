@@ -93,13 +93,13 @@ void DesignCanvas::TypeInto(QKeyEvent* event) {
         return QAbstractScrollArea::keyPressEvent(event);
     }
     if (boxes.empty()) {
-        emit Told(tr("Only a text box takes text"));
+        emit StatusTextChanged(tr("Only a text box takes text"));
         return;
     }
     OpenEditor(boxes);
     m_editor->insertPlainText(text);
     if (boxes.size() > 1) {
-        emit Told(tr("What you type goes into %1 text boxes").arg(boxes.size()));
+        emit StatusTextChanged(tr("What you type goes into %1 text boxes").arg(boxes.size()));
     }
 }
 
@@ -162,7 +162,7 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
         const QWidget* next = QApplication::focusWidget();
         if (next != m_editor && next != m_textSource &&
             static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
-            CloseEditor(true);
+            FinishEditing();
         }
     }
     if (watched != m_editor) {
@@ -170,14 +170,14 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::FocusOut && LeavesByFocus(*static_cast<QFocusEvent*>(event))) {
         const QWidget* next = QApplication::focusWidget();
-        m_partPane&& next && m_partPane->isAncestorOf(next) ? TakeTextPart() : CloseEditor(true);
+        m_partPane&& next && m_partPane->isAncestorOf(next) ? TakeTextPart() : FinishEditing();
         m_continued = NoElement;
         return false;
     }
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = *static_cast<QKeyEvent*>(event);
         if (LeavesEditor(key)) {
-            CloseEditor(true);
+            FinishEditing();
             setFocus();
             return false;
         }
@@ -209,7 +209,7 @@ bool DesignCanvas::EditorKey(const QKeyEvent& key) {
     const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     const bool isShifted = key.modifiers().testFlag(Qt::ShiftModifier);
     if (key.key() == Qt::Key_Escape || (isEnter && !isShifted)) {
-        CloseEditor(isEnter);
+        isEnter ? FinishEditing() : CloseEditor(TypedText::Discard);
         setFocus();
         return true;
     }
@@ -261,7 +261,7 @@ void DesignCanvas::TakeTextPart() {
     const auto part = m_editor ? m_editor->MarkedPart() : std::nullopt;
     m_continued = box;
     m_continuedPart = m_editor ? std::optional(m_editor->Selection()) : std::nullopt;
-    CloseEditor(true);
+    FinishEditing();
     if (part && m_model.Source().Has(box)) {
         m_model.SelectMade(StepName(m_model, tr("Mark part of"), {box}),
                            [&](Document& document) { return CutTextPart(document, box, *part); });
@@ -292,7 +292,7 @@ bool DesignCanvas::InsertIntoText(const DraggedField& field) {
     return InsertIntoText(m_editor ? ExpressionIn(m_model, m_edited, field) : std::string());
 }
 
-void DesignCanvas::CloseEditor(bool keeps) {
+void DesignCanvas::CloseEditor(TypedText typed) {
     TextEditor* const editor = m_editor;
     m_editor = nullptr;  // losing the focus closes it too
     if (!editor) {
@@ -306,8 +306,8 @@ void DesignCanvas::CloseEditor(bool keeps) {
     editor->deleteLater();
     std::vector<ElementId> boxes = m_typedInto;
     std::erase_if(boxes, [this](ElementId box) { return !m_model.Source().Has(box); });
-    emit Told({});
-    if (!keeps || boxes.empty() || (boxes.size() == 1 && text == m_opened)) {
+    emit StatusTextChanged({});
+    if (typed == TypedText::Discard || boxes.empty() || (boxes.size() == 1 && text == m_opened)) {
         return;
     }
     m_model.Edit(StepName(m_model, tr("Edit"), boxes), [&](Document& document) {

@@ -81,7 +81,7 @@ DesignCanvas::~DesignCanvas() = default;
 
 void DesignCanvas::TakeChange() {
     if (m_editor && !m_model.Source().Has(m_edited)) {
-        CloseEditor(false);
+        CloseEditor(TypedText::Discard);
     }
     // A drag is of items as they were.
     if (m_drag.action != Action::None && !m_isReleasing) {
@@ -288,7 +288,7 @@ void DesignCanvas::RevealSelection() {
     if (m_model.Leader() == NoElement || area.isNull()) {
         return;
     }
-    // Of an area that is larger than the view its begin is shown.
+    // An area that is larger than the view is shown from its begin on.
     const auto reveal = [](QScrollBar* bar, double begin, double end, int view) {
         constexpr int Around = 12;
         if (end + Around > view) {

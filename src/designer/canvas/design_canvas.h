@@ -61,7 +61,7 @@ class DesignCanvas : public QAbstractScrollArea {
     // Opens it for typing, of several the leader alone; a part is marked in its text.
     void EditText();
     // Takes the text that is being typed, if any. Commands that need all changes call it first.
-    void FinishEditing() { CloseEditor(true); }
+    void FinishEditing() { CloseEditor(TypedText::Keep); }
 
     // Takes the text that is being typed, as FinishEditing; what is marked in it becomes what is selected, as
     // runs of their own. ContinueText opens the text again as it was.
@@ -102,10 +102,10 @@ class DesignCanvas : public QAbstractScrollArea {
     void ZoomChanged();
     void ToolChanged();
     void ItemInserted(designer::ElementId id, designer::NewItem kind);
-    void DesignWanted(designer::ElementId id);  // a double click on an item that is no text box
-    void PointerMoved(const QString& place);    // empty: the pointer is on no band
-    void LaidOut();                             // Failure may have changed
-    void Told(const QString& text);             // for the status bar; empty: clears it
+    void DesignRequested(designer::ElementId id);  // a double click on an item that is no text box
+    void PointerMoved(const QString& place);       // empty: the pointer is on no band
+    void LaidOut();                                // Failure may have changed
+    void StatusTextChanged(const QString& text);   // for the status bar; empty: clears it
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -161,7 +161,8 @@ class DesignCanvas : public QAbstractScrollArea {
     QRectF CanvasArea(const ReportItem& item) const;
 
     void PaintBands(QPainter& painter);
-    void PaintCaption(QPainter& painter, std::size_t band, bool isSelected);
+    enum class CaptionLook { Plain, Selected };
+    void PaintCaption(QPainter& painter, std::size_t band, CaptionLook look);
     void PaintOutlines(QPainter& painter, std::size_t band);
     void PaintSelectedBand(QPainter& painter, ElementId id);
     void PaintSelection(QPainter& painter);
@@ -192,7 +193,8 @@ class DesignCanvas : public QAbstractScrollArea {
     void Insert(NewItem kind, std::size_t band, const Rect& place);
     Rect FreePlace(std::size_t band, Rect place) const;
     void OpenEditor(const std::vector<ElementId>& boxes);  // shows the last one
-    void CloseEditor(bool keeps);
+    enum class TypedText { Keep, Discard };
+    void CloseEditor(TypedText typed);
     bool LeavesByFocus(const QFocusEvent& event) const;
     bool EditorKey(const QKeyEvent& key);
     void EditExpressionInText();

@@ -112,7 +112,7 @@ std::optional<TrackHandle> TableBars::BorderAt(QPointF point) const {
     if (!m_area.adjusted(-Thickness, -Thickness, BorderReach, BorderReach).contains(point)) {
         return std::nullopt;
     }
-    // Of several at one place the last one: a track without a size can be pulled open.
+    // Takes the last of several at one place, so that a track without a size can be pulled open.
     std::optional<TrackHandle> found = HeaderBorderAt(point);
     for (std::size_t row = 0; row < m_grid.rows.size(); ++row) {
         if (std::abs(point.y() - EndOf(Axis::Rows, row)) <= BorderReach) {

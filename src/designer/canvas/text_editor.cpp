@@ -19,7 +19,7 @@ namespace designer {
 namespace {
 
 constexpr int PlaceholderType = QTextFormat::UserObject + 1;
-// Of characters: the expression, and the run of the report that they belong to.
+// Properties of characters: the expression, and the run of the report that they belong to.
 constexpr int ExpressionProperty = QTextFormat::UserProperty + 1, ParagraphProperty = ExpressionProperty + 1,
               RunProperty = ExpressionProperty + 2,
               SizeProperty = ExpressionProperty + 3;  // points on paper

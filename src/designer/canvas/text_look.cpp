@@ -57,7 +57,7 @@ Qt::AlignmentFlag DownOf(const std::string& word) {
                                        : Qt::AlignTop;
 }
 
-// That of the innermost element around the text that has one.
+// Returns the colour of the innermost element around the text that has one.
 QColor PaperOf(const Document& document, ElementId box) {
     for (ElementId around = box; around != NoElement; around = document.Parent(around)) {
         if (const auto colour = ColourAt(document, around, "BackgroundColor")) {

@@ -58,11 +58,11 @@ void QueryForm::BuildTables(QSplitter& splitter) {
     layout->addWidget(m_tableNote);
     connect(m_tableList, &QListWidget::itemSelectionChanged, this, [this] {
         if (!m_tableList->selectedItems().isEmpty()) {
-            TakeTable(m_tableList->currentRow(), false);
+            TakeTable(m_tableList->currentRow(), TypedQuery::Stays);
         }
     });
     connect(m_tableList, &QListWidget::itemActivated, this, [this] {
-        TakeTable(m_tableList->currentRow(), true);
+        TakeTable(m_tableList->currentRow(), TypedQuery::IsReplaced);
         Run();
     });
 }
@@ -104,15 +104,15 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
 
 void QueryForm::SetSource(const SourceKind& kind, const rdl::QueryRequest& request) {
     if (m_kind != &kind || !IsSameSource(m_request, request)) {
-        ShowQuery(kind, request, {}, true);
+        ShowQuery(kind, request, {}, CanRun::Yes);
     }
 }
 
 void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
-                          bool canRun) {
+                          CanRun canRun) {
     m_kind = &kind;
     m_request = request;
-    m_canRun = canRun;
+    m_canRun = canRun == CanRun::Yes;
     const bool isShared = IsShared();
     m_query->setReadOnly(isShared);
     SetQuery(query);
@@ -122,17 +122,17 @@ void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& reque
     const bool hasQuery = isShared || !kind.IsRows();
     m_queryLabel->setVisible(hasQuery);
     m_query->setVisible(hasQuery);
-    m_run->setVisible(hasQuery && canRun);
+    m_run->setVisible(hasQuery && m_canRun);
     m_query->setPlaceholderText(
         kind.IsSql() ? "select * from orders"
                      : tr("For example %1; empty for all rows").arg(QString::fromUtf8(kind.queryHint)));
-    const bool hasTables = canRun && !isShared && !kind.tables.empty();
+    const bool hasTables = m_canRun && !isShared && !kind.tables.empty();
     m_tableSide->setVisible(hasTables);
     ListTables(hasTables);
     setFocusProxy(hasTables   ? static_cast<QWidget*>(m_tableList)
                   : !hasQuery ? static_cast<QWidget*>(m_table)
                               : m_query);
-    if (canRun && !isShared && !kind.IsSql()) {
+    if (m_canRun && !isShared && !kind.IsSql()) {
         Run();
     }
 }
@@ -163,8 +163,8 @@ void QueryForm::ListTables(bool hasTables) {
 
 // A query that the user has typed is replaced only if the table is picked with Enter or a double click. Undo
 // brings it back.
-void QueryForm::TakeTable(int row, bool always) {
-    if (row < 0 || (!always && !Query().empty() && Query() != m_ownQuery)) {
+void QueryForm::TakeTable(int row, TypedQuery typed) {
+    if (row < 0 || (typed == TypedQuery::Stays && !Query().empty() && Query() != m_ownQuery)) {
         return;
     }
     const TableName& table = m_tables[static_cast<std::size_t>(row)];

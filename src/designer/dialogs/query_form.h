@@ -29,10 +29,11 @@ class QueryForm : public QWidget {
     void HasNoParameters() { m_takesParameters = false; }
     // Shows the tables of a source. The query stays if it is of the same source.
     void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
-    // Shows a query of a source, or that of a shared data set, which is not changed here. If `canRun` is
-    // false the source is not read at all.
+    // Shows a query of a source, or that of a shared data set, which is not changed here. A source
+    // that cannot run is not read at all.
+    enum class CanRun { No, Yes };
     void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
-                   bool canRun);
+                   CanRun canRun);
     void SetQuery(const std::string& query);
     // How the query is meant, and the values of its parameters, when it is run.
     void SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters);
@@ -63,7 +64,8 @@ class QueryForm : public QWidget {
     void BuildTables(QSplitter& splitter);
     void BuildQuery(QSplitter& splitter);
     void ListTables(bool hasTables);
-    void TakeTable(int row, bool always);
+    enum class TypedQuery { Stays, IsReplaced };
+    void TakeTable(int row, TypedQuery typed);
     void ForgetRows();
     QString FaultOfQuery(const QString& fault) const;
 

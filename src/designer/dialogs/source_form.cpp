@@ -64,11 +64,11 @@ void SourceForm::BuildServerRows() {
     connect(m_asText, &QCheckBox::clicked, this, &SourceForm::ShowAsText);
 }
 
-QLineEdit* SourceForm::AddLine(const QString& label, const char* name, bool isRow) {
+QLineEdit* SourceForm::AddLine(const QString& label, const char* name, Beside beside) {
     auto* line = new QLineEdit(this);
     line->setObjectName(name);
     QWidget* field = line;
-    if (isRow) {
+    if (beside == Beside::Button) {
         field = new QWidget(this);
         field->setFocusProxy(line);
         auto* layout = new QHBoxLayout(field);
@@ -88,7 +88,7 @@ QLineEdit* SourceForm::AddLine(const QString& label, const char* name, bool isRo
 }
 
 void SourceForm::BuildFileRow() {
-    m_file = AddLine(tr("F&ile:"), "file", true);
+    m_file = AddLine(tr("F&ile:"), "file", Beside::Button);
     m_fileRow = m_file->parentWidget();
     // Made after the line: Tab goes there next.
     auto* browse = new QPushButton(tr("B&rowse..."), m_fileRow);

@@ -50,7 +50,8 @@ class SourceForm : public QWidget {
 
  private:
     void BuildServerRows();
-    QLineEdit* AddLine(const QString& label, const char* name, bool isRow = false);
+    enum class Beside { Nothing, Button };
+    QLineEdit* AddLine(const QString& label, const char* name, Beside beside = Beside::Nothing);
     void BuildFileRow();
     void BuildLogonRows();
     SourceShape Shape() const;

@@ -28,7 +28,7 @@ constexpr std::string_view SampleRows[][std::size(FieldNames)] = {
     {"D", "Series 2", "41", "4.9", "57", "30", "36", "50", "3"},
 };
 
-// Series that are written one by one show the same rows, and are told apart by these.
+// Series that are written one by one show the same rows, and differ in these.
 constexpr std::string_view Factors[] = {"1", "0.7", "1.3", "0.5", "0.85"};
 
 struct ValueField {

@@ -78,7 +78,7 @@ std::vector<Splice> TextSplices(const Document& document, ElementId id, std::str
         return {{element.endTag, 0, plain, {}}};
     }
     std::vector<Splice> splices;
-    // Of several pieces the one that is not blank is the text.
+    // If there are several pieces, the one that is not blank is the text.
     auto main = std::find_if(pieces.begin(), pieces.end(), [&](const TextPiece& piece) {
         return piece.isCData || !IsBlank(tree.At(piece.range));
     });
@@ -184,9 +184,11 @@ std::map<std::string, std::string> ForeignPrefixes(const SourceTree& tree, int f
     return prefixes;
 }
 
-// Returns the text of the element without the prefix of the report, with the declarations of others if asked
-// for.
-std::string ElementText(const Document& document, ElementId id, bool declaresOthers) {
+enum class OtherSpaces { Declared, NotDeclared };
+
+// Returns the text of the element without the prefix of the report, with or without the declarations of other
+// prefixes.
+std::string ElementText(const Document& document, ElementId id, OtherSpaces others) {
     const SourceTree& tree = document.Tree();
     const int first = document.IndexOf(id);
     std::vector<Range> names;
@@ -207,7 +209,7 @@ std::string ElementText(const Document& document, ElementId id, bool declaresOth
         const std::string_view written = tree.At(name);
         xml += own.size() > 1 && written.starts_with(own) ? written.substr(own.size()) : written;
         at = name.end;
-        if (declaresOthers && name.begin == names.front().begin) {
+        if (others == OtherSpaces::Declared && name.begin == names.front().begin) {
             for (const auto& [prefix, uri] : ForeignPrefixes(tree, first)) {
                 xml += " xmlns:" + prefix + "=\"" + EscapedValue(uri, '"') + "\"";
             }
@@ -341,7 +343,7 @@ void RemoveAllAt(Document& document, const std::vector<TextPlace>& places, const
             ++uses[document.Parent(found.back())];
         }
     }
-    // Where two of them are in one element, that may be left empty.
+    // An element with two of them may be left empty.
     if (std::any_of(uses.begin(), uses.end(), [](const auto& use) { return use.second > 1; })) {
         for (const TextPlace& place : places) {
             RemoveAt(document, place.owner, place.path, step);
@@ -450,7 +452,7 @@ void Move(Document& document, ElementId id, ElementId parent, ElementId before, 
         throw EditError("the element cannot be moved there");
     }
     const ElementId from = document.Parent(id);
-    const std::string xml = ElementText(document, id, false);
+    const std::string xml = ElementText(document, id, OtherSpaces::NotDeclared);
     const std::string name = Or(step, "Move", document.Attribute(id, "Name").value_or(document.Name(id)));
     std::vector<ElementId> kept;
     const int begin = document.IndexOf(id);
@@ -475,14 +477,14 @@ ElementId Duplicate(Document& document, ElementId id, const std::string& step) {
     const StepGroup group(document, name);
     const SourceTree& tree = document.Tree();
     const ElementId next = document.IdAt(tree[document.IndexOf(id)].nextSibling);
-    const ElementId copy =
-        InsertAt(document, document.Parent(id), next, ElementText(document, id, false), name);
+    const ElementId copy = InsertAt(document, document.Parent(id), next,
+                                    ElementText(document, id, OtherSpaces::NotDeclared), name);
     MakeNamesUnique(document, copy);
     return copy;
 }
 
 std::string XmlOf(const Document& document, ElementId id) {
-    return ElementText(document, id, true);
+    return ElementText(document, id, OtherSpaces::Declared);
 }
 
 }  // namespace designer

@@ -99,10 +99,11 @@ bool IsImageReference(const SourceTree& tree, int index) {
            Trim(tree.TextOf(source)) == "Embedded";
 }
 
-// Changes what refers to the name from within elements `first` up to `end`. `withScopes`: texts in
-// expressions, too.
+enum class TextsInExpressions { Follow, Stay };  // texts may be names of scopes
+
+// Changes what refers to the name from within elements `first` up to `end`.
 void FollowName(Document& document, int first, std::size_t end, NameKind kind, const std::string& old,
-                const std::string& name, bool withScopes) {
+                const std::string& name, TextsInExpressions texts) {
     std::vector<TextChange> changes;
     const SourceTree& tree = document.Tree();
     for (int index = first; index < tree.Count() && tree[index].whole.begin < end; ++index) {
@@ -120,7 +121,7 @@ void FollowName(Document& document, int first, std::size_t end, NameKind kind, c
             changed = name;
         } else if (Trim(text).starts_with('=') && !CollectionOf(kind).empty()) {
             changed = WithName(text, CollectionOf(kind), old, name);
-            changed = withScopes ? WithName(changed, "\"", old, name, '"') : changed;
+            changed = texts == TextsInExpressions::Follow ? WithName(changed, "\"", old, name, '"') : changed;
         }
         if (changed != text) {
             changes.push_back({document.IdAt(index), {}, changed});
@@ -235,7 +236,8 @@ void GiveNames(Document& document, ElementId copy, const NameMaker& make) {
         }
         SetAttribute(document, id, "Name", name);
         const Range whole = document.Tree()[document.IndexOf(copy)].whole;
-        FollowName(document, document.IndexOf(copy), whole.end, KindOf(document.Name(id)), old, name, true);
+        FollowName(document, document.IndexOf(copy), whole.end, KindOf(document.Name(id)), old, name,
+                   TextsInExpressions::Follow);
     }
 }
 
@@ -273,11 +275,11 @@ std::vector<LeftReference> Rename(Document& document, ElementId id, const std::s
     if (old.empty() || old == name || kind == NameKind::None) {
         return {};
     }
-    FollowName(document, 0, document.Text().size(), kind, old, name, false);
+    FollowName(document, 0, document.Text().size(), kind, old, name, TextsInExpressions::Stay);
     return LeftReferences(document, kind, old);
 }
 
-// Where one takes the name of another, all names that change take a detour.
+// If one item gets the name of another, all names that change get another name first.
 void RenameAll(Document& document, const std::vector<ElementId>& ids, const std::vector<std::string>& names) {
     std::set<std::string> before;
     for (const ElementId id : ids) {

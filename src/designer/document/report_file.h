@@ -10,7 +10,7 @@
 
 namespace designer {
 
-// What tells whether another program has changed a file.
+// What shows whether another program has changed a file.
 struct FileStamp {
     std::int64_t modified = 0;  // nanoseconds
     std::int64_t size = 0;

@@ -18,6 +18,8 @@ constexpr std::size_t MostLevels = 50;      // of groupings on one side of a mat
 
 // What the three kinds of regions share: reading of sizes and spans, and placing cells.
 class GridBuilder {
+    static constexpr bool OfColumns = true, OfRows = false;  // for isColumns
+
  public:
     GridBuilder(const Document& document, ElementId region)
         : m_document(document), m_tree(document.Tree()), m_region(document.IndexOf(region)) {}
@@ -210,11 +212,11 @@ class GridBuilder {
         std::set<double> columnLevels{0}, rowLevels{0};
         std::size_t leaf = 0;
         if (columns != NoIndex) {
-            AddHeaders(columns, true, 0, leaf, columnLevels);
+            AddHeaders(columns, OfColumns, 0, leaf, columnLevels);
         }
         leaf = 0;
         if (rows != NoIndex) {
-            AddHeaders(rows, false, 0, leaf, rowLevels);
+            AddHeaders(rows, OfRows, 0, leaf, rowLevels);
         }
         AddCorner(columnLevels, rowLevels);
         for (std::size_t row = 0; row < bodyRows.size(); ++row) {
@@ -348,21 +350,21 @@ class GridBuilder {
     }
 
     void BuildMatrix() {
-        for (const int level : Levels(true)) {
-            m_grid.headerHeight += LevelSize(level, true);
+        for (const int level : Levels(OfColumns)) {
+            m_grid.headerHeight += LevelSize(level, OfColumns);
         }
-        for (const int level : Levels(false)) {
-            m_grid.headerWidth += LevelSize(level, false);
+        for (const int level : Levels(OfRows)) {
+            m_grid.headerWidth += LevelSize(level, OfRows);
         }
         std::vector<Leaf> columns, rows;
         std::vector<PendingHeader> columnHeaders, rowHeaders;
-        AddSide(true, columns, columnHeaders);
-        AddSide(false, rows, rowHeaders);
+        AddSide(OfColumns, columns, columnHeaders);
+        AddSide(OfRows, rows, rowHeaders);
         if (const int corner = m_tree.Child(m_region, "Corner"); corner != NoIndex) {
             AddHeader(GridCell::Part::Corner, corner, {0, 0, m_grid.headerWidth, m_grid.headerHeight});
         }
-        PlaceHeaders(columnHeaders, true);
-        PlaceHeaders(rowHeaders, false);
+        PlaceHeaders(columnHeaders, OfColumns);
+        PlaceHeaders(rowHeaders, OfRows);
         // The cells of a subtotal are copies of those of its group.
         const std::vector<int> bodyRows = Entries(m_region, "MatrixRows", "MatrixRow");
         for (std::size_t row = 0; row < rows.size(); ++row) {

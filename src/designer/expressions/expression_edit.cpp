@@ -156,7 +156,8 @@ void ExpressionEdit::Take(int row) {
 
 // Shows the names that begin with what stands before the cursor. One that stands there as a whole is not
 // offered again.
-void ExpressionEdit::Offer(bool isAsked) {
+void ExpressionEdit::Offer(Trigger trigger) {
+    const bool isAsked = trigger == Trigger::Key;
     const QString before = TextBeforeCursor(), typed = NameBefore(before);
     const bool isExpression = before.trimmed().startsWith('=') && !EndsInText(before);
     const bool isEnough =
@@ -196,7 +197,7 @@ void ExpressionEdit::keyPressEvent(QKeyEvent* event) {
         return;
     }
     if (key == Qt::Key_Space && isControl) {
-        Offer(true);
+        Offer(Trigger::Key);
         return;
     }
     if (list.isVisible() && (isEnter || key == Qt::Key_Tab || key == Qt::Key_Escape)) {
@@ -206,7 +207,7 @@ void ExpressionEdit::keyPressEvent(QKeyEvent* event) {
     QPlainTextEdit::keyPressEvent(event);
     const bool isTyped = !event->text().isEmpty() && event->text().front().isPrint();
     if (isTyped || (key == Qt::Key_Backspace && list.isVisible())) {
-        Offer(false);
+        Offer(Trigger::Typing);
     } else if (list.isVisible() && key != Qt::Key_Shift) {
         list.hide();
     }

@@ -47,7 +47,8 @@ class ExpressionEdit : public QPlainTextEdit {
 
  private:
     QString TextBeforeCursor() const;
-    void Offer(bool isAsked);
+    enum class Trigger { Key, Typing };
+    void Offer(Trigger trigger);
     void Take(int row);
 
     std::vector<ExpressionName> m_names;

@@ -25,7 +25,7 @@ ExpressionName PlainName(const QString& text, const QString& help) {
     return {.shown = text, .text = text, .cursor = static_cast<int>(text.size()), .help = help, .row = text};
 }
 
-// Of a function the brackets are typed, and the cursor is between them.
+// The name of a function is typed with its brackets, and the cursor is between them.
 ExpressionName NameOf(const QString& shown, const QString& help, const QString& row) {
     const qsizetype bracket = shown.indexOf('(');
     ExpressionName name = PlainName(bracket < 0 ? shown : shown.left(bracket) + "()", help);

@@ -235,7 +235,7 @@ void RowTable::ShowButtons() {
 }
 
 // The key is the table's: it must not close the dialog around it. In an editor it only ends the typing.
-void RowTable::GoOn() {
+void RowTable::MoveToNextCell() {
     const int row = m_table->currentRow(), column = m_table->currentColumn();
     if (!m_table->hasFocus() || row < 0) {
         return;
@@ -261,8 +261,8 @@ bool RowTable::eventFilter(QObject* watched, QEvent* event) {
                 {Qt::Key_Up, Qt::AltModifier, &RowTable::MoveUp},
                 {Qt::Key_Down, Qt::AltModifier, &RowTable::MoveDown},
                 {Qt::Key_E, Qt::ControlModifier, &RowTable::AskForCell},
-                {Qt::Key_Return, Qt::NoModifier, &RowTable::GoOn},
-                {Qt::Key_Enter, Qt::NoModifier, &RowTable::GoOn}};
+                {Qt::Key_Return, Qt::NoModifier, &RowTable::MoveToNextCell},
+                {Qt::Key_Enter, Qt::NoModifier, &RowTable::MoveToNextCell}};
     for (const auto& one : keys) {
         if (key.key() == one.key && (key.modifiers() & ~Qt::KeypadModifier) == one.modifiers) {
             (this->*one.work)();

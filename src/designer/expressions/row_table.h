@@ -73,7 +73,7 @@ class RowTable : public QWidget {
     void MoveDown() { MoveRow(1); }
     void MoveRow(int step);
     void AskForCell();
-    void GoOn();
+    void MoveToNextCell();
     void ShowButtons();
 
     const DesignModel& m_model;

@@ -27,7 +27,7 @@ bool IsIn(const Document& document, ElementId id, std::string_view name) {
     return false;
 }
 
-// Of a data set only fields and filters are computed for a row.
+// In a data set only fields and filters are computed for a row.
 ValuePlace PlaceInData(const Document& document, ElementId id) {
     ValuePlace place{.dataSet = {}, .isOfData = true};
     const bool isOfRow = IsIn(document, id, "Fields") || IsIn(document, id, "Filters");

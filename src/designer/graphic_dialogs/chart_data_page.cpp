@@ -117,15 +117,16 @@ void ChartDataPage::BuildLists() {
         const auto part = static_cast<Part>(index);
         m_lists[index] = new ChartList(titles[index].first, titles[index].second, index == 0 ? 4 : 2, this);
         m_lists[index]->SetAddText(tr("Adds the current field"));
-        connect(m_lists[index], &ChartList::AddWanted, this, [this, part] {
+        connect(m_lists[index], &ChartList::AddRequested, this, [this, part] {
             if (const auto field = m_fields->Current()) {
                 Add(part, *field);
             }
         });
         connect(m_lists[index], &ChartList::Dropped, this,
                 [this, part](const DraggedField& field) { Add(part, field); });
-        connect(m_lists[index], &ChartList::RemoveWanted, this, [this, part](int row) { Remove(part, row); });
-        connect(m_lists[index], &ChartList::MoveWanted, this,
+        connect(m_lists[index], &ChartList::RemoveRequested, this,
+                [this, part](int row) { Remove(part, row); });
+        connect(m_lists[index], &ChartList::MoveRequested, this,
                 [this, part](int row, int to) { MoveEntry(part, row, to); });
         connect(m_lists[index], &ChartList::Chosen, this, [this, part, index] {
             m_rows[index] = m_lists[index]->Current();

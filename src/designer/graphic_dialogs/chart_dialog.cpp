@@ -28,7 +28,7 @@ namespace {
 // The words that a property of the element can have.
 QStringList WordsOf(const Document& document, std::string_view element, std::string_view path) {
     QStringList words;
-    for (const Property* property : PropertiesOf(element, false)) {
+    for (const Property* property : PropertiesOf(element, Schemas::Newer)) {
         if (property->path == path) {
             for (const std::string& word : ChoicesFor(document, *property)) {
                 words.append(QString::fromStdString(word));

@@ -72,10 +72,10 @@ ChartList::ChartList(const QString& title, const QString& name, int columns, QWi
         ++place;
     }
     layout->setRowStretch(0, 1);
-    connect(m_add, &QPushButton::clicked, this, &ChartList::AddWanted);
-    connect(m_remove, &QPushButton::clicked, this, [this] { emit RemoveWanted(Current()); });
-    connect(m_up, &QPushButton::clicked, this, [this] { emit MoveWanted(Current(), Current() - 1); });
-    connect(m_down, &QPushButton::clicked, this, [this] { emit MoveWanted(Current(), Current() + 1); });
+    connect(m_add, &QPushButton::clicked, this, &ChartList::AddRequested);
+    connect(m_remove, &QPushButton::clicked, this, [this] { emit RemoveRequested(Current()); });
+    connect(m_up, &QPushButton::clicked, this, [this] { emit MoveRequested(Current(), Current() - 1); });
+    connect(m_down, &QPushButton::clicked, this, [this] { emit MoveRequested(Current(), Current() + 1); });
     connect(m_list, &QListWidget::currentRowChanged, this, [this] {
         ShowButtons();
         emit Chosen();

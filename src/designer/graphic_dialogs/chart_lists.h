@@ -39,11 +39,11 @@ class ChartList : public QGroupBox {
     QListWidget& List() { return *m_list; }
 
  signals:
-    void AddWanted();
+    void AddRequested();
     void Dropped(const designer::DraggedField& field);
     // Rows count from 0.
-    void RemoveWanted(int row);
-    void MoveWanted(int row, int to);
+    void RemoveRequested(int row);
+    void MoveRequested(int row, int to);
     void Chosen();  // another entry is current, or the list has the focus
 
  protected:

@@ -20,7 +20,7 @@ std::optional<std::string> EditInCopy(const DesignModel& model,
     if (!copy.Edit({}, [&](Document& document) { owner = place(document); }) || owner == NoElement) {
         return std::nullopt;
     }
-    for (const Property* property : PropertiesOf(copy.Source().Name(owner), IsOlderSchema(copy.Source()))) {
+    for (const Property* property : PropertiesOf(copy.Source(), owner)) {
         if (property->path == path) {
             ExpressionDialog dialog(copy, {owner}, {property, {}}, parent);
             return dialog.exec() == QDialog::Accepted ? copy.Source().TextAt(owner, path) : std::nullopt;

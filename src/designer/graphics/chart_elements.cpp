@@ -55,7 +55,8 @@ std::string SeriesName(const Document& document, ElementId chart, std::size_t nu
     return name;
 }
 
-std::string AxisXml(bool isValue, const ChartDesign& design) {
+std::string AxisXml(ChartAxis axis, const ChartDesign& design) {
+    const bool isValue = axis == ChartAxis::Values;
     const std::string& title = isValue ? design.valueTitle : design.categoryTitle;
     return "<ChartAxis Name=\"Primary\"><Style><FontSize>8pt</FontSize>" +
            (isValue ? LeafOf("Format", "N0") : std::string()) + "</Style>" +
@@ -69,9 +70,9 @@ std::string AxisXml(bool isValue, const ChartDesign& design) {
 }
 
 std::string AreasXml(const ChartDesign& design) {
-    return "<ChartAreas><ChartArea Name=\"Default\"><ChartCategoryAxes>" + AxisXml(false, design) +
-           "</ChartCategoryAxes><ChartValueAxes>" + AxisXml(true, design) +
-           "</ChartValueAxes><Style /></ChartArea></ChartAreas>";
+    return "<ChartAreas><ChartArea Name=\"Default\"><ChartCategoryAxes>" +
+           AxisXml(ChartAxis::Categories, design) + "</ChartCategoryAxes><ChartValueAxes>" +
+           AxisXml(ChartAxis::Values, design) + "</ChartValueAxes><Style /></ChartArea></ChartAreas>";
 }
 
 std::string LegendXml(const std::string& position) {

@@ -12,8 +12,8 @@ namespace designer {
 std::string SeriesXml(const ChartDesign& design, const ChartValue& value, const std::string& name);
 // Returns a name that no series of the chart has, with this number or a larger one; `chart` may be NoElement.
 std::string SeriesName(const Document& document, ElementId chart, std::size_t number);
-// An axis of values if `isValue`, else of categories.
-std::string AxisXml(bool isValue, const ChartDesign& design);
+enum class ChartAxis { Categories, Values };
+std::string AxisXml(ChartAxis axis, const ChartDesign& design);
 std::string AreasXml(const ChartDesign& design);
 std::string LegendXml(const std::string& position);
 std::string TitleXml(const std::string& caption);

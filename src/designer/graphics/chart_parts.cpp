@@ -272,18 +272,19 @@ class ChartChange {
             InsertXml(m_document, m_chart, AreasXml(m_design));
             return;
         }
-        PutAxisTitle(CategoryAxes, false, m_now.categoryTitle, m_design.categoryTitle);
-        PutAxisTitle(ValueAxes, true, m_now.valueTitle, m_design.valueTitle);
+        PutAxisTitle(ChartAxis::Categories, m_now.categoryTitle, m_design.categoryTitle);
+        PutAxisTitle(ChartAxis::Values, m_now.valueTitle, m_design.valueTitle);
     }
 
-    void PutAxisTitle(std::string_view axes, bool isValue, const std::string& old, const std::string& title) {
+    void PutAxisTitle(ChartAxis kind, const std::string& old, const std::string& title) {
         if (old == title) {
             return;
         }
+        const std::string_view axes = kind == ChartAxis::Values ? ValueAxes : CategoryAxes;
         const ElementId axis = m_document.Find(m_chart, AxisPath(axes));
         if (axis == NoElement) {
             const ElementId area = m_document.Find(m_chart, Area);
-            InsertXml(m_document, EnsureChild(m_document, area, axes), AxisXml(isValue, m_design));
+            InsertXml(m_document, EnsureChild(m_document, area, axes), AxisXml(kind, m_design));
         } else if (title.empty()) {
             RemoveAt(m_document, axis, "ChartAxisTitle");
         } else {

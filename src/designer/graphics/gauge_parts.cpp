@@ -45,7 +45,7 @@ const Kind* KindOf(const Document& document, ElementId gauge) {
 
 // Raises EditError for a text that the property at the path cannot have.
 void CheckText(const Document& document, ElementId owner, std::string_view path, const std::string& text) {
-    for (const Property* property : PropertiesOf(document.Name(owner), false)) {
+    for (const Property* property : PropertiesOf(document.Name(owner), Schemas::Newer)) {
         const std::string fault = property->path == path && !text.empty() ? FaultOf(*property, text) : "";
         if (!fault.empty()) {
             throw EditError(fault);

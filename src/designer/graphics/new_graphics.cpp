@@ -58,9 +58,15 @@ ReportSet SetFor(const Document& document, NewGraphic kind, const std::string& n
     return *std::move(set);
 }
 
-const ReportField* FirstField(const ReportSet& set, bool isNumeric) {
+const ReportField* FirstNumber(const ReportSet& set) {
     const auto found = std::find_if(set.fields.begin(), set.fields.end(),
-                                    [&](const ReportField& field) { return field.IsNumeric() == isNumeric; });
+                                    [](const ReportField& field) { return field.IsNumeric(); });
+    return found == set.fields.end() ? nullptr : &*found;
+}
+
+const ReportField* FirstOtherField(const ReportSet& set) {
+    const auto found = std::find_if(set.fields.begin(), set.fields.end(),
+                                    [](const ReportField& field) { return !field.IsNumeric(); });
     return found == set.fields.end() ? nullptr : &*found;
 }
 
@@ -70,7 +76,7 @@ struct Measure {
 };
 
 Measure MeasureOf(const ReportSet& set) {
-    const ReportField* field = FirstField(set, true);
+    const ReportField* field = FirstNumber(set);
     if (!field) {
         return {};
     }
@@ -115,8 +121,8 @@ ChartDesign NewChartDesign(const Document& document, const ChartType& type, cons
     ChartDesign design;
     design.type = type.type;
     design.subtype = type.subtype;
-    const ReportField* number = set ? FirstField(*set, true) : nullptr;
-    const ReportField* category = set ? FirstField(*set, false) : nullptr;
+    const ReportField* number = set ? FirstNumber(*set) : nullptr;
+    const ReportField* category = set ? FirstOtherField(*set) : nullptr;
     category = category || !set || set->fields.empty() ? category : &set->fields.front();
     ChartValue value;
     value.label = number ? CaptionOf(number->name) : "Rows";

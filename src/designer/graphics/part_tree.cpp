@@ -103,7 +103,7 @@ std::string TitleOf(const Document& document, ElementId id, const std::string& e
     return title == std::end(Titles) ? element : std::string(title->text);
 }
 
-// What tells parts of one kind apart: a text that they show, a value, or a name.
+// What distinguishes parts of one kind: a text that they show, a value, or a name.
 std::string MarkOf(const Document& document, ElementId id) {
     for (const char* path : {"Caption", "Group/GroupExpressions/GroupExpression", "Label", "Text", "Name",
                              "GaugeInputValue/Value", "StartValue/Value"}) {

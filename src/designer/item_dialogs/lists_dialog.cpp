@@ -132,7 +132,7 @@ bool ListsDialog::IsRight(const List& list) {
     return true;
 }
 
-bool ListsDialog::IsMoreRight() {
+bool ListsDialog::IsRestValid() {
     for (const List& list : m_lists) {
         if (!IsRight(list)) {
             return false;
@@ -144,7 +144,7 @@ bool ListsDialog::IsMoreRight() {
     });
 }
 
-void ListsDialog::WriteMore(Document& document) {
+void ListsDialog::WriteRest(Document& document) {
     for (const List& list : m_lists) {
         PutRows(document, list.owner, list.shape, RowsIn(list));
     }

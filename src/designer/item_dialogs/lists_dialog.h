@@ -28,8 +28,8 @@ class ListsDialog : public ValuesDialog {
     void AddGroupExpressions(QVBoxLayout& page, ElementId group);
     void AddVariablePage(ElementId group);
 
-    bool IsMoreRight() override;
-    void WriteMore(Document& document) override;
+    bool IsRestValid() override;
+    void WriteRest(Document& document) override;
 
  private:
     struct List {

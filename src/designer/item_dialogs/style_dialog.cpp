@@ -253,7 +253,7 @@ void StyleDialog::FillFormats(const std::string& language) {
     }
 }
 
-// That of the items, else that of the report; one that is an expression is not known here.
+// Returns the language of the items, else that of the report. One that is an expression is not known here.
 std::string StyleDialog::Language() const {
     const std::string own = Field("Language").Text();
     const Document& document = Source();

@@ -43,7 +43,7 @@ ValuesDialog::ValuesDialog(DesignModel& model, std::vector<ElementId> ids, const
     layout->addWidget(buttons);
 }
 
-// By itself a dialog with texts that wrap is as low as its first page can be.
+// Without a size a dialog with texts that wrap would be as low as its first page can be.
 void ValuesDialog::setVisible(bool visible) {
     if (visible && !testAttribute(Qt::WA_Resized)) {
         const QSize usual(fontMetrics().averageCharWidth() * UsualWidth,
@@ -143,7 +143,7 @@ void ValuesDialog::accept() {
             return;
         }
     }
-    if (!IsMoreRight()) {
+    if (!IsRestValid()) {
         return;
     }
     QString refusal;
@@ -156,7 +156,7 @@ void ValuesDialog::accept() {
         for (const ValueField* field : m_fields) {
             field->Write(document);
         }
-        WriteMore(document);
+        WriteRest(document);
         const std::string fault =
             worked && document.Revision() != before ? FaultOfReport(m_model, document) : std::string();
         if (!fault.empty()) {

@@ -49,10 +49,10 @@ class ValuesDialog : public QDialog {
     DesignModel& Model() { return m_model; }
     const Document& Source() const { return m_model.Source(); }
     const SelectionValues& Values() const { return m_values; }
-    // For a dialog with more than fields. IsMoreRight shows a message and returns false if the rest is
-    // invalid; WriteMore writes it.
-    virtual bool IsMoreRight() { return true; }
-    virtual void WriteMore(Document&) {}
+    // For a dialog with more than fields. IsRestValid shows a message and returns false if what is in it
+    // besides the fields is invalid; WriteRest writes that.
+    virtual bool IsRestValid() { return true; }
+    virtual void WriteRest(Document&) {}
 
  signals:
     void Edited();  // a field

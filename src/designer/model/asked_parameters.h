@@ -24,8 +24,8 @@ struct AskedParameter {
     bool isNullDefault = false;  // which is Null, and nothing else
     // The allowed values that the file has as constants: all of them, or none.
     std::vector<AskedChoice> choices = {};
-    // Or the data set that gives them, and its fields; empty if none does. Without a label field the values
-    // are shown.
+    // The data set that gives the choices, and its fields; empty if no data set gives them. Without a label
+    // field the values are shown.
     std::string choiceSet = {}, valueField = {}, labelField = {};
     bool operator==(const AskedParameter&) const = default;
 };

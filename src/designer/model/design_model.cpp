@@ -9,7 +9,7 @@
 namespace designer {
 namespace {
 
-// Of the steps that begin with what SelectMade makes.
+// Returns the key of the steps that begin with what SelectMade makes.
 std::string MadeKey(int number) {
     return "made " + std::to_string(number);
 }

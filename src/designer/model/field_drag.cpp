@@ -65,7 +65,7 @@ bool IsNumber(const Document& document, const DraggedField& field) {
     return false;
 }
 
-// Of all rows of the data set.
+// Returns the value over all rows of the data set.
 std::string WholeValue(const Document& document, const DraggedField& field) {
     return (IsNumber(document, field) ? "=Sum(Fields!" : "=First(Fields!") + field.field + ".Value, \"" +
            field.dataSet + "\")";

@@ -110,7 +110,7 @@ void PutPageSetup(Document& document, std::size_t section, const PageSetup& setu
     }
 }
 
-double RoomOf(const PageSetup& setup) {
+double WidestBodyOf(const PageSetup& setup) {
     const auto points = [&setup](PageValue value) { return PointsOf(setup[value]).value_or(0); };
     const int columns = NumberIn(setup[Columns], 1, 1, MostPageColumns);
     return (points(PageWidth) - points(LeftMargin) - points(RightMargin) -
@@ -132,7 +132,7 @@ ElementId CompleteSection(Document& document, std::size_t section) {
         SetText(document, body, "Height", SizeText(NewHeight, page[PageWidth]));
     }
     if (document.Find(owner, "Width") == NoElement) {
-        SetText(document, owner, "Width", SizeText(std::max(RoomOf(page), Inch), page[PageWidth]));
+        SetText(document, owner, "Width", SizeText(std::max(WidestBodyOf(page), Inch), page[PageWidth]));
     }
     for (std::size_t value = 0; isBare && value < Columns; ++value) {
         SetText(document, owner, PathOf(document, Rows[value]), page[value]);

@@ -46,7 +46,7 @@ void PutPageSetup(Document& document, std::size_t section, const PageSetup& setu
 
 // Returns how wide a body may be, in points, so that its page needs no further ones at its right. Not above 0
 // if the margins leave nothing.
-double RoomOf(const PageSetup& setup);
+double WidestBodyOf(const PageSetup& setup);
 
 // Makes what the section must have by its schema and lacks: itself, Body, Width and Page. Returns the
 // element of the section. Edits of the step that is open.

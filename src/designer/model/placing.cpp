@@ -243,7 +243,7 @@ class Neighbours {
         bool moves;
     };
 
-    // By the item, or by another one that it pushes.
+    // Whether the item pushes it, or another one that the item pushes.
     bool IsPushed(const Rect& was, const Rect& wide) const {
         return MeetsAcross(was, wide) ||
                std::any_of(m_others.begin(), m_others.end(), [&](const Other& above) {

@@ -15,7 +15,7 @@ constexpr double ShownHeight = 8 / 2.54 * 72;  // points, of a body that is not 
 // Returns the width that the section is shown with.
 double WidthOf(const Document& document, ElementId section) {
     const auto written = section == NoElement ? std::nullopt : document.TextAt(section, "Width");
-    return written ? PointsOf(*written).value_or(0) : RoomOf(PageSetupIn(document, section));
+    return written ? PointsOf(*written).value_or(0) : WidestBodyOf(PageSetupIn(document, section));
 }
 
 // Takes the bands of a report one after the other, and adds the bodies that are missing between them.

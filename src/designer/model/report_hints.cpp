@@ -25,8 +25,8 @@ double PointsAt(const Document& document, ElementId id, std::string_view path, d
 }
 
 struct SectionWidth {
-    double room = 0;   // points between the margins
-    double limit = 0;  // of items: what is to the right of it goes to pages of its own
+    double widest = 0;  // body between the margins, in points
+    double limit = 0;   // of items: what is to the right of it goes to pages of its own
 };
 
 // Items that are too wide, without those inside them.
@@ -49,7 +49,7 @@ void AddWideItems(const Document& document, const std::vector<SectionWidth>& sec
         if (!isIn && !item.name.empty() && added < MostWideItems) {
             hints.push_back(item.kind + " " + item.name + " reaches to " + SizeOfReport(document, right) +
                             ", and the page has room for " +
-                            SizeOfReport(document, std::max(sections[band.section].room, 0.0)) +
+                            SizeOfReport(document, std::max(sections[band.section].widest, 0.0)) +
                             ": the rest goes to pages of its own");
             ++added;
         }
@@ -70,18 +70,18 @@ std::vector<std::string> HintsOf(const Document& document) {
         const bool isOlder = IsOlderSchema(document);
         const ElementId page = isOlder ? section : document.Find(section, "Page");
         const ElementId columned = isOlder ? document.Find(section, "Body") : page;
-        const double room = PointsAt(document, page, "PageWidth", UsualWidth) -
-                            PointsAt(document, page, "LeftMargin", 0) -
-                            PointsAt(document, page, "RightMargin", 0);
+        const double widest = PointsAt(document, page, "PageWidth", UsualWidth) -
+                              PointsAt(document, page, "LeftMargin", 0) -
+                              PointsAt(document, page, "RightMargin", 0);
         const int columns = NumberAt(document, columned, "Columns", 1, 1, MostPageColumns);
         const double own = PointsAt(document, section, "Width", 0);
         const double gaps = PointsAt(document, columned, "ColumnSpacing", UsualSpacing) * (columns - 1);
         const double width = own * columns + gaps;
-        widths.push_back({room, std::max(own, (room - gaps) / columns)});
-        if (width > room + Slack) {
+        widths.push_back({widest, std::max(own, (widest - gaps) / columns)});
+        if (width > widest + Slack) {
             hints.push_back(
                 "The report is " + SizeOfReport(document, width) + " wide, and the page has room for " +
-                SizeOfReport(document, std::max(room, 0.0)) + ": the rest goes to pages of its own");
+                SizeOfReport(document, std::max(widest, 0.0)) + ": the rest goes to pages of its own");
         }
     }
     AddWideItems(document, widths, hints);

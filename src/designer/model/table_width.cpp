@@ -61,11 +61,11 @@ void FitTable(Document& document, const ReportItems& items, ElementId region) {
     const ReportItem* item = FindItem(items, region);
     if (item && item->cell == NoElement && document.Has(region)) {
         const TablixGrid grid = GridOf(document, region);
-        const double room = RoomOf(PageSetupOf(document, items.bands.at(item->band).section));
+        const double widest = WidestBodyOf(PageSetupOf(document, items.bands.at(item->band).section));
         const double before = item->place.Right(), now = item->place.left + grid.width;
-        const bool wasOnPage = before <= room + NoticedExcess;
-        if (wasOnPage && now > before + NoticedExcess && now > room + NoticedExcess) {
-            NarrowColumns(document, region, grid, now - room);
+        const bool wasOnPage = before <= widest + NoticedExcess;
+        if (wasOnPage && now > before + NoticedExcess && now > widest + NoticedExcess) {
+            NarrowColumns(document, region, grid, now - widest);
         }
     }
     GrowBandOfTable(document, items, region);

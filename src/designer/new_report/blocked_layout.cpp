@@ -59,7 +59,7 @@ class Blocked {
     Look TotalRow() const { return TotalLook(m_plan.theme, m_fit.fontSize); }
     Look SubtotalRowLook() const { return SubtotalLook(m_plan.theme, m_fit.fontSize); }
 
-    // Of the columns of the groups from `level` on.
+    // Returns the width of the columns of the groups from `level` on.
     double WidthFrom(std::size_t level) const {
         const auto begin = m_fit.widths.begin();
         return std::accumulate(begin + static_cast<std::ptrdiff_t>(level),
@@ -114,7 +114,7 @@ class Blocked {
         XmlList members;
         for (const ReportColumn* column : m_plan.details) {
             Xml box = m_parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                  HeadLook(m_plan.theme, m_fit.fontSize, column->IsNumeric()));
+                                  HeadLookOf(m_plan.theme, m_fit.fontSize, *column));
             members.push_back(Member({m_parts.Header(HeadHeight, std::move(box))}));
         }
         return members;

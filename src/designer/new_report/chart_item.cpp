@@ -8,11 +8,16 @@
 namespace designer {
 namespace {
 
-// Of more points the markers would hide the line.
+// The markers of more points would hide the line.
 constexpr std::size_t MostMarkers = 40;
 
 struct Series {
     std::string name, caption, value;
+};
+
+struct ChartTextStyle {
+    bool bold = false;
+    std::string_view format = {};
 };
 
 class Chart {
@@ -71,12 +76,13 @@ class Chart {
         return m_kind == ReportChart::Bar ? std::clamp(25 + categories * 6, 60.0, 120.0) : 70;
     }
 
-    Xml Letters(double size, bool bold = false, std::string_view format = {}) const {
-        return Element("Style", {Text("FontFamily", bold ? m_plan.theme.headingFont : m_plan.theme.font),
-                                 Text("FontSize", std::to_string(static_cast<int>(size)) + "pt"),
-                                 bold ? Text("FontWeight", "Bold") : Xml{},
-                                 format.empty() ? Xml{} : Text("Format", format),
-                                 Text("Color", bold ? m_plan.theme.titleColour : m_plan.theme.ink)});
+    Xml StyleOf(double size, const ChartTextStyle& style = {}) const {
+        return Element("Style",
+                       {Text("FontFamily", style.bold ? m_plan.theme.headingFont : m_plan.theme.font),
+                        Text("FontSize", std::to_string(static_cast<int>(size)) + "pt"),
+                        style.bold ? Text("FontWeight", "Bold") : Xml{},
+                        style.format.empty() ? Xml{} : Text("Format", style.format),
+                        Text("Color", style.bold ? m_plan.theme.titleColour : m_plan.theme.ink)});
     }
 
     Xml GroupMemberOf(const std::string& name, const ReportColumn& column) {
@@ -120,7 +126,7 @@ class Chart {
 
     Xml Data() {
         const bool isPie = m_kind == ReportChart::Pie;
-        const Xml label = isPie ? Element("ChartDataLabel", {Letters(8), Text("Label", "#PERCENT{P0}"),
+        const Xml label = isPie ? Element("ChartDataLabel", {StyleOf(8), Text("Label", "#PERCENT{P0}"),
                                                              Text("Visible", "true")})
                                 : Xml{};
         const Xml marker = m_kind == ReportChart::Line && m_category.different <= MostMarkers
@@ -142,12 +148,12 @@ class Chart {
         // The first bar is at the top.
         const Xml categories =
             Named("ChartAxis", "Primary",
-                  {Letters(8), m_kind == ReportChart::Bar ? Text("Reverse", "true") : Xml{}});
+                  {StyleOf(8), m_kind == ReportChart::Bar ? Text("Reverse", "true") : Xml{}});
         const Xml grid = Element(
             "ChartMajorGridLines",
             {Text("Enabled", "True"),
              Element("Style", {Element("Border", {Text("Color", "#DDDDDD"), Text("Style", "Solid")})})});
-        const Xml values = Named("ChartAxis", "Primary", {Letters(8, false, "N0"), grid});
+        const Xml values = Named("ChartAxis", "Primary", {StyleOf(8, {.format = "N0"}), grid});
         return Element(
             "ChartAreas",
             {Named("ChartArea", "Default",
@@ -158,14 +164,15 @@ class Chart {
         const bool isNeeded = HasSeriesGroup() || m_kind == ReportChart::Pie;
         return isNeeded
                    ? Element("ChartLegends",
-                             {Named("ChartLegend", "Legend", {Letters(8), Text("Position", "RightCenter")})})
+                             {Named("ChartLegend", "Legend", {StyleOf(8), Text("Position", "RightCenter")})})
                    : Xml{};
     }
 
     Xml Title() {
         const std::string caption = m_series.caption + " by " + CaptionOf(m_category.name);
-        return Element("ChartTitles", {Named("ChartTitle", "Title",
-                                             {Text("Caption", Literal(caption)), Letters(11, true)})});
+        return Element(
+            "ChartTitles",
+            {Named("ChartTitle", "Title", {Text("Caption", Literal(caption)), StyleOf(11, {.bold = true})})});
     }
 
     Xml Palette() {

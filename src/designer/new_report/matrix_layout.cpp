@@ -110,7 +110,7 @@ class Matrix {
         XmlList members;
         for (const ReportColumn* value : m_plan.values) {
             Xml box = m_parts.Box(value->field + "_Heading", Literal(CaptionOf(value->name)),
-                                  HeadLook(m_plan.theme, m_fit.fontSize, true));
+                                  RightHeadLook(m_plan.theme, m_fit.fontSize));
             members.push_back(Member({m_parts.Header(RowHeight, std::move(box))}));
         }
         return m_plan.values.size() > 1 ? members : XmlList();
@@ -118,7 +118,7 @@ class Matrix {
 
     Xml ColumnsFrom(std::size_t level) {
         const ReportColumn& column = *m_plan.across[level];
-        Look look = HeadLook(m_plan.theme, m_fit.fontSize, true);
+        Look look = RightHeadLook(m_plan.theme, m_fit.fontSize);
         look.format = FormatOf(column);
         Xml box = m_parts.Box(column.field + "_Column", HeadingOf(column), look);
         const bool isLast = level + 1 == m_plan.across.size();
@@ -128,7 +128,7 @@ class Matrix {
     }
 
     Xml TotalColumn() {
-        Xml box = m_parts.Box("Total_Column", "Total", HeadLook(m_plan.theme, m_fit.fontSize, true));
+        Xml box = m_parts.Box("Total_Column", "Total", RightHeadLook(m_plan.theme, m_fit.fontSize));
         const double height = RowHeight * static_cast<double>(m_plan.across.size());
         return Member({m_parts.Header(height, std::move(box))}, ValueMembers());
     }

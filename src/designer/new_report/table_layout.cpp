@@ -20,7 +20,7 @@ class Table {
             rows.push_back(GroupRow(level));
         }
         rows.push_back(DetailCells(m_plan, m_parts, m_fit.fontSize, Indent(m_plan.groups.size())));
-        XmlList members = {RowWithNext(true), GroupsFrom(0)};
+        XmlList members = {RepeatedRowWithNext(), GroupsFrom(0)};
         if (!m_plan.sums.empty()) {
             for (std::size_t level = m_plan.groups.size(); level-- > 0;) {
                 rows.push_back(SubtotalRow(level));
@@ -80,7 +80,7 @@ class Table {
             return DetailMember();
         }
         const ReportColumn& group = *m_plan.groups[level];
-        XmlList inner = {RowWithNext(true), GroupsFrom(level + 1)};
+        XmlList inner = {RepeatedRowWithNext(), GroupsFrom(level + 1)};
         if (!m_plan.sums.empty()) {
             inner.push_back(RowWithPrevious());
         }

@@ -26,14 +26,23 @@ Xml EmptyCell() {
 
 }  // namespace
 
-Look HeadLook(const Theme& theme, double size, bool right) {
+Look HeadLook(const Theme& theme, double size) {
     return {.font = theme.headingFont,
             .ink = theme.headInk,
             .fill = theme.headFill,
             .size = size,
             .bold = true,
-            .right = right,
             .ruleBelow = theme.headFill.empty() ? theme.ink : theme.rule};
+}
+
+Look RightHeadLook(const Theme& theme, double size) {
+    Look look = HeadLook(theme, size);
+    look.right = true;
+    return look;
+}
+
+Look HeadLookOf(const Theme& theme, double size, const ReportColumn& column) {
+    return column.IsNumeric() ? RightHeadLook(theme, size) : HeadLook(theme, size);
 }
 
 Look GroupLook(const Theme& theme, double size, std::size_t level) {
@@ -140,7 +149,7 @@ Xml HeadingCells(const Plan& plan, Parts& parts, double height, double fontSize)
     XmlList cells;
     for (const ReportColumn* column : plan.details) {
         cells.push_back(Cell(parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                       HeadLook(plan.theme, fontSize, column->IsNumeric()))));
+                                       HeadLookOf(plan.theme, fontSize, *column))));
     }
     return parts.Row(height, std::move(cells));
 }
@@ -155,9 +164,9 @@ Xml DetailCells(const Plan& plan, Parts& parts, double fontSize, double indent) 
     return parts.Row(RowHeight, std::move(cells));
 }
 
-Xml RowWithNext(bool repeats) {
-    return Member({Text("KeepWithGroup", "After"), repeats ? Text("RepeatOnNewPage", "true") : Xml{},
-                   Text("KeepTogether", "true")});
+Xml RepeatedRowWithNext() {
+    return Member(
+        {Text("KeepWithGroup", "After"), Text("RepeatOnNewPage", "true"), Text("KeepTogether", "true")});
 }
 
 Xml RowWithPrevious() {

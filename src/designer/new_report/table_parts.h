@@ -15,7 +15,9 @@ inline constexpr double RowHeight = 6;  // mm
 inline constexpr std::string_view NoRows = "No rows";
 
 // `size` is that of the font in points. The look of a column's values is on the side where they belong.
-Look HeadLook(const Theme& theme, double size, bool right = false);
+Look HeadLook(const Theme& theme, double size);
+Look RightHeadLook(const Theme& theme, double size);
+Look HeadLookOf(const Theme& theme, double size, const ReportColumn& column);
 Look GroupLook(const Theme& theme, double size, std::size_t level);
 Look DetailLook(const Theme& theme, double size, const ReportColumn& column);
 Look SubtotalLook(const Theme& theme, double size);
@@ -39,8 +41,8 @@ std::string TotalLabel(const ReportColumn& group);
 Xml HeadingCells(const Plan& plan, Parts& parts, double height, double fontSize);
 Xml DetailCells(const Plan& plan, Parts& parts, double fontSize, double indent);
 
-// A row of a group's heading or a total stays with the group's rows.
-Xml RowWithNext(bool repeats);
+// A row of a group's heading, which is on each page of the group, or a total stays with the group's rows.
+Xml RepeatedRowWithNext();
 Xml RowWithPrevious();
 
 }  // namespace designer

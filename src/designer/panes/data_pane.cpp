@@ -144,7 +144,7 @@ void DataPane::Activate(QTreeWidgetItem& row) {
     if (row.childCount() > 0 && entry.name.empty()) {
         row.setExpanded(!row.isExpanded());
     } else if (!Place(row) && entry.part && !IsField(row) && !entry.name.empty()) {
-        emit OpenWanted(*entry.part, std::string(entry.name));
+        emit OpenRequested(*entry.part, std::string(entry.name));
     }
 }
 
@@ -184,7 +184,7 @@ void DataPane::keyPressEvent(QKeyEvent* event) {
     const Entry* entry = EntryOf(currentItem());
     if (event->key() == Qt::Key_Delete && entry && entry->part && !entry->name.empty() &&
         !IsField(*currentItem())) {
-        emit RemoveWanted(*entry->part, std::string(entry->name));
+        emit RemoveRequested(*entry->part, std::string(entry->name));
         return;
     }
     QTreeWidget::keyPressEvent(event);
@@ -199,8 +199,8 @@ void DataPane::contextMenuEvent(QContextMenuEvent* event) {
         const auto work = [this, part = *entry->part, name = entry->name](auto wanted) {
             return [this, part, name, wanted] { emit(this->*wanted)(part, name); };
         };
-        menu.addAction(tr("&Change..."), this, work(&DataPane::OpenWanted));
-        menu.addAction(tr("&Remove"), this, work(&DataPane::RemoveWanted))->setEnabled(!IsField(*row));
+        menu.addAction(tr("&Change..."), this, work(&DataPane::OpenRequested));
+        menu.addAction(tr("&Remove"), this, work(&DataPane::RemoveRequested))->setEnabled(!IsField(*row));
         menu.addSeparator();
     }
     const std::pair<QString, DataPart> kinds[] = {{tr("Add Data &Source..."), DataPart::Source},
@@ -208,7 +208,7 @@ void DataPane::contextMenuEvent(QContextMenuEvent* event) {
                                                   {tr("Add &Parameter..."), DataPart::Parameter},
                                                   {tr("Embedded P&ictures..."), DataPart::Image}};
     for (const auto& [text, part] : kinds) {
-        menu.addAction(text, this, [this, wanted = part] { emit OpenWanted(wanted, {}); });
+        menu.addAction(text, this, [this, wanted = part] { emit OpenRequested(wanted, {}); });
     }
     menu.exec(isKey && row ? viewport()->mapToGlobal(visualItemRect(row).center()) : event->globalPos());
 }

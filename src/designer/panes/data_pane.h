@@ -32,8 +32,8 @@ class DataPane : public QTreeWidget {
  signals:
     void Pointed(designer::ElementId part);  // the user went to a part of the report; NoElement: to no part
     void Placed();                           // a field was put into the report: the canvas gets the keys
-    void OpenWanted(designer::DataPart part, const std::string& name);  // without a name: a new one
-    void RemoveWanted(designer::DataPart part, const std::string& name);
+    void OpenRequested(designer::DataPart part, const std::string& name);  // without a name: a new one
+    void RemoveRequested(designer::DataPart part, const std::string& name);
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;

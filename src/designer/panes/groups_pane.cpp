@@ -43,7 +43,7 @@ GroupsPane::GroupsPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent
 // A heading has nothing to open: it folds.
 void GroupsPane::Open(QTreeWidgetItem* row) {
     if (MemberOf(*row) != NoElement) {
-        emit OpenWanted(MemberOf(*row));
+        emit OpenRequested(MemberOf(*row));
     } else {
         row->setExpanded(!row->isExpanded());
     }
@@ -79,8 +79,8 @@ void GroupsPane::Show() {
     clear();
     m_region = RegionToShow();
     if (m_region != NoElement && m_model.Source().Name(m_region) == "Chart") {
-        AddGroups(tr("Categories"), GroupsOfChart(true));
-        AddGroups(tr("Series"), GroupsOfChart(false));
+        AddGroups(tr("Categories"), GroupsOfChart(ChartGroups::Categories));
+        AddGroups(tr("Series"), GroupsOfChart(ChartGroups::Series));
     } else if (m_region != NoElement) {
         AddGroups(tr("Rows"), GroupsOfTable(Axis::Rows));
         AddGroups(tr("Columns"), GroupsOfTable(Axis::Columns));
@@ -102,10 +102,10 @@ std::vector<GroupsPane::Entry> GroupsPane::GroupsOfTable(Axis axis) const {
     return entries;
 }
 
-std::vector<GroupsPane::Entry> GroupsPane::GroupsOfChart(bool isCategory) const {
+std::vector<GroupsPane::Entry> GroupsPane::GroupsOfChart(ChartGroups kind) const {
     std::vector<Entry> entries;
     for (const ChartGroupPart& group : ChartGroupsOf(m_model.Source(), m_region)) {
-        if (group.isCategory == isCategory) {
+        if (group.isCategory == (kind == ChartGroups::Categories)) {
             entries.push_back({group.member, Described(group.name, group.expression), group.depth});
         }
     }

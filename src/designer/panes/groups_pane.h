@@ -18,7 +18,7 @@ class GroupsPane : public QTreeWidget {
     explicit GroupsPane(DesignModel& model, QWidget* parent = nullptr);
 
  signals:
-    void OpenWanted(designer::ElementId member);  // the properties of this group, which is selected
+    void OpenRequested(designer::ElementId member);  // the properties of this group, which is selected
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -34,7 +34,8 @@ class GroupsPane : public QTreeWidget {
     void Show();
     ElementId RegionToShow() const;
     std::vector<Entry> GroupsOfTable(Axis axis) const;
-    std::vector<Entry> GroupsOfChart(bool isCategory) const;
+    enum class ChartGroups { Categories, Series };
+    std::vector<Entry> GroupsOfChart(ChartGroups kind) const;
     void AddGroups(const QString& title, const std::vector<Entry>& groups);
     void GiveSelection();
 

@@ -148,7 +148,7 @@ void OutlinePane::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         emit Chosen();
     } else if (event->key() == Qt::Key_Delete) {
-        emit DeleteWanted();
+        emit DeleteRequested();
     } else {
         QTreeWidget::keyPressEvent(event);
     }

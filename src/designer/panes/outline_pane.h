@@ -19,8 +19,8 @@ class OutlinePane : public QTreeWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
  signals:
-    void Chosen();        // an entry was activated: the canvas gets the keys
-    void DeleteWanted();  // of what is selected
+    void Chosen();           // an entry was activated: the canvas gets the keys
+    void DeleteRequested();  // of what is selected
 
  private:
     // What a built tree shows. While it is the same, the tree stays as it is.

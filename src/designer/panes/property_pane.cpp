@@ -96,7 +96,7 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::SelectedClicked);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // By the user: a style and a font also resize columns.
+    // Only the user changes the width: a style and a font also resize columns.
     connect(header(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
         if (column == 0 && !m_fitting && QApplication::mouseButtons() != Qt::NoButton) {
             m_nameWidth = width / QFontMetricsF(font()).averageCharWidth();
@@ -166,7 +166,7 @@ QTreeWidgetItem* PropertyPane::CategoryRow(const QString& category, const QStrin
     return parent;
 }
 
-// By alphabet the name says whether it is that of a column or row.
+// In the order of the alphabet the name says whether a property is that of a column or row.
 void PropertyPane::BuildRows() {
     QStringList closed;
     for (int index = 0; index < topLevelItemCount(); ++index) {

@@ -24,7 +24,7 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
     QToolButton* expression = AddButton("propertyExpression", tr("fx"), tr("Expression for the property"),
                                         tr("Expression for the property (Ctrl+E)"));
     expression->setEnabled(false);
-    connect(expression, &QToolButton::clicked, this, &PropertyPanel::ExpressionWanted);
+    connect(expression, &QToolButton::clicked, this, &PropertyPanel::ExpressionRequested);
     connect(m_rows, &PropertyPane::currentItemChanged, expression, [this, expression] {
         const PropertyRow* row = m_rows->CurrentRow();
         expression->setEnabled(row && row->property->expressions != Expressions::No);

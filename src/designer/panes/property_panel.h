@@ -27,7 +27,7 @@ class PropertyPanel : public QWidget {
     void SetLook(const PropertyLook& look);
 
  signals:
-    void ExpressionWanted();  // for the current row
+    void ExpressionRequested();  // for the current row
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

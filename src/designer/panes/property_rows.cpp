@@ -28,7 +28,7 @@ void Add(std::vector<PropertyRow>& rows, const Document& document, ElementId id,
     if (owner == NoElement) {
         return;
     }
-    for (const Property* property : PropertiesOf(document.Name(owner), IsOlderSchema(document))) {
+    for (const Property* property : PropertiesOf(document, owner)) {
         rows.push_back({property, part});
     }
 }

@@ -104,17 +104,17 @@ void TableMenu::AddGroupCommands() {
         group(GroupPlace::Before, tr("Group Before")));
     Add("groupAfter", tr("Add Group After..."), {}, Needs::Group,
         group(GroupPlace::After, tr("Group After")));
-    const auto remove = [this](bool withTracks) {
-        return [this, withTracks] {
-            Edit(tr("Delete group"), [this, withTracks](Document& document, const TableSelection& table) {
+    const auto remove = [this](OwnTracks tracks) {
+        return [this, tracks] {
+            Edit(tr("Delete group"), [this, tracks](Document& document, const TableSelection& table) {
                 if (const auto found = GroupOf(m_model, table)) {
-                    DeleteGroup(document, table.region, *table.groupAxis, found->member, withTracks);
+                    DeleteGroup(document, table.region, *table.groupAxis, found->member, tracks);
                 }
             });
         };
     };
-    Add("groupDelete", tr("Delete &Group"), {}, Needs::Group, remove(false));
-    Add("groupDeleteRows", tr("Delete Group and Its Cells"), {}, Needs::Group, remove(true));
+    Add("groupDelete", tr("Delete &Group"), {}, Needs::Group, remove(OwnTracks::Stay));
+    Add("groupDeleteRows", tr("Delete Group and Its Cells"), {}, Needs::Group, remove(OwnTracks::Go));
     addSeparator();
     Add("totalBefore", tr("Add Total Before"), {}, Needs::Group, [this] { Total(Side::Before); });
     Add("totalAfter", tr("Add &Total After"), Keys(ControlAlt, Qt::Key_A), Needs::Group,

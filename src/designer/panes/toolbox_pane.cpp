@@ -165,7 +165,7 @@ bool ToolboxPane::eventFilter(QObject* watched, QEvent* event) {
         event->type() == QEvent::KeyPress && (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return ||
                                               static_cast<QKeyEvent*>(event)->key() == Qt::Key_Enter);
     if (found != m_buttons.end() && (isEnter || event->type() == QEvent::MouseButtonDblClick)) {
-        emit InsertWanted(Tools()[static_cast<std::size_t>(found - m_buttons.begin())].kind);
+        emit InsertRequested(Tools()[static_cast<std::size_t>(found - m_buttons.begin())].kind);
         return true;
     }
     return QWidget::eventFilter(watched, event);

@@ -34,7 +34,7 @@ class ToolboxPane : public QWidget {
 
  signals:
     void ToolPicked(std::optional<designer::NewItem> tool);
-    void InsertWanted(designer::NewItem kind);
+    void InsertRequested(designer::NewItem kind);
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

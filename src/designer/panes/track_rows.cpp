@@ -80,8 +80,7 @@ std::vector<PropertyRow> TrackRowsOf(const DesignModel& model) {
          {PropertyPlace::Column, PropertyPlace::ColumnMember, PropertyPlace::Row, PropertyPlace::RowMember}) {
         const std::vector<ElementId> ids = ElementsAt(model, place);
         for (const Property* property :
-             ids.empty() ? std::vector<const Property*>{}
-                         : PropertiesOf(document.Name(ids.front()), IsOlderSchema(document))) {
+             ids.empty() ? std::vector<const Property*>{} : PropertiesOf(document, ids.front())) {
             const bool isOfHeader = property->path.starts_with("TablixHeader/");
             if (!isOfHeader || std::all_of(ids.begin(), ids.end(), [&](ElementId id) {
                     return document.Find(id, "TablixHeader") != NoElement;

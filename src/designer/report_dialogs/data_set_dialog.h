@@ -85,7 +85,7 @@ class DataSetDialog : public QDialog {
     Note* m_note = nullptr;
     ReportSet m_old;  // what is shown, as it is in the report
     QueryDetails m_oldDetails;
-    // Of the columns of the query, by the last run that had rows.
+    // The types of the columns of the query, by the last run that had rows.
     std::map<std::string, std::string> m_types;
     bool m_isShowing = false;
 };

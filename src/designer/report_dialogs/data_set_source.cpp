@@ -136,7 +136,8 @@ void DataSetDialog::ShowSource() {
     m_takesFields->setEnabled(canRun);
     const std::string query = m_showsShared || m_isShowing ? m_ownQuery : m_query->Query();
     m_showsShared = false;
-    m_query->ShowQuery(KindOf(request.provider), request, query, canRun);
+    m_query->ShowQuery(KindOf(request.provider), request, query,
+                       canRun ? QueryForm::CanRun::Yes : QueryForm::CanRun::No);
     ShowRun();
 }
 
@@ -160,7 +161,8 @@ void DataSetDialog::ShowShared(rdl::QueryRequest request) {
     m_query->setEnabled(canRun);
     m_takesFields->setChecked(canRun);
     m_takesFields->setEnabled(canRun);
-    m_query->ShowQuery(KindOf(request.provider), request, text ? text->query : std::string(), canRun);
+    m_query->ShowQuery(KindOf(request.provider), request, text ? text->query : std::string(),
+                       canRun ? QueryForm::CanRun::Yes : QueryForm::CanRun::No);
     ShowRun();
 }
 

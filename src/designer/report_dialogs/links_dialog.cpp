@@ -72,7 +72,7 @@ LinksDialog::LinksDialog(DesignModel& model, std::vector<ElementId> ids, QWidget
 }
 
 bool LinksDialog::Has(std::string_view property) const {
-    const auto properties = PropertiesOf(m_model.Source().Name(m_item), IsOlderSchema(m_model.Source()));
+    const auto properties = PropertiesOf(m_model.Source(), m_item);
     return std::any_of(properties.begin(), properties.end(),
                        [property](const Property* one) { return one->name == property; });
 }

@@ -64,13 +64,13 @@ PageDialog::PageDialog(DesignModel& model, QWidget* parent)
     AddLine(*form, Columns, "columns", tr("&Columns:"));
     AddLine(*form, ColumnSpacing, "spacing", tr("&Space between them:"));
     m_note = new Note(*m_lines[PageWidth], this);
-    m_room = new Note(*m_paper, this);
+    m_widthNote = new Note(*m_paper, this);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &PageDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &PageDialog::reject);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
-    layout->addWidget(m_room);
+    layout->addWidget(m_widthNote);
     layout->addWidget(m_note);
     layout->addStretch();
     layout->addWidget(buttons);
@@ -97,7 +97,7 @@ PageSetup PageDialog::Typed() const {
     for (std::size_t value = 0; value < PageValues; ++value) {
         const std::string text = m_lines[value]->text().trimmed().toStdString();
         setup[value] = value == Columns ? text : WithUnit(m_model.Source(), text);
-        // As it is written in the file, if that is what is meant.
+        // A value that did not change stays as it is written in the file.
         setup[value] = text == m_old[value] ? m_old[value] : setup[value];
     }
     return setup;
@@ -116,7 +116,7 @@ void PageDialog::ShowPaper() {
     });
     m_paper->setCurrentIndex(static_cast<int>(found - papers.begin()));
     m_orientation->setCurrentIndex(width > height ? 1 : 0);
-    ShowRoom();
+    ShowBodyWidth();
 }
 
 void PageDialog::TakePaper() {
@@ -132,7 +132,7 @@ void PageDialog::TakePaper() {
     m_lines[PageHeight]->setText(
         QString::fromStdString(SizeText(isAcross ? paper.width : paper.height, m_old[PageHeight])));
     m_note->Clear();
-    ShowRoom();
+    ShowBodyWidth();
 }
 
 void PageDialog::Turn() {
@@ -141,12 +141,12 @@ void PageDialog::Turn() {
         m_lines[PageWidth]->setText(m_lines[PageHeight]->text());
         m_lines[PageHeight]->setText(width);
     }
-    ShowRoom();
+    ShowBodyWidth();
 }
 
 // A body that is wider than its column runs on to further pages.
-void PageDialog::ShowRoom() {
-    const double room = RoomOf(Typed());
+void PageDialog::ShowBodyWidth() {
+    const double widest = WidestBodyOf(Typed());
     double body = 0;
     for (const ReportBand& band : m_model.Items().bands) {
         const bool isOwn = band.kind == BandKind::Body && band.section == m_section;
@@ -155,12 +155,12 @@ void PageDialog::ShowRoom() {
     const auto size = [&](double points) {
         return QString::fromStdString(SizeText(points, m_old[PageWidth]));
     };
-    if (room > 0 && body > room + Near) {
-        m_room->ShowFault(
+    if (widest > 0 && body > widest + Near) {
+        m_widthNote->ShowFault(
             tr("The body is %1 wide, and a page has room for %2: it takes further pages at its right")
-                .arg(size(body), size(room)));
+                .arg(size(body), size(widest)));
     } else {
-        m_room->ShowText(room > 0 ? tr("Room for a body of %1").arg(size(room)) : QString());
+        m_widthNote->ShowText(widest > 0 ? tr("Room for a body of %1").arg(size(widest)) : QString());
     }
 }
 

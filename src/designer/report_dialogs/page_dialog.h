@@ -29,7 +29,7 @@ class PageDialog : public QDialog {
     void ShowPaper();
     void TakePaper();
     void Turn();
-    void ShowRoom();
+    void ShowBodyWidth();
     PageSetup Typed() const;
     double Points(PageValue value) const;  // 0 if it is no size
     bool Complain(PageValue value, const QString& text);
@@ -40,7 +40,7 @@ class PageDialog : public QDialog {
     const PageSetup m_old;
     QComboBox *m_paper, *m_orientation;
     std::array<QLineEdit*, PageValues> m_lines{};
-    Note *m_note = nullptr, *m_room = nullptr;
+    Note *m_note = nullptr, *m_widthNote = nullptr;
 };
 
 }  // namespace designer

@@ -13,7 +13,6 @@
 #include "designer/dialogs/form_row.h"
 #include "designer/dialogs/note.h"
 #include "designer/document/names.h"
-#include "designer/report_dialogs/values_form.h"
 #include "platform/base/ascii.h"
 #include "rdl/api/identifier.h"
 
@@ -24,8 +23,8 @@ ParameterForm::ParameterForm(const DesignModel& model, Write write, QWidget* par
     m_tabs->setObjectName("parameterTabs");
     m_tabs->setAccessibleName(tr("Parts of the parameter"));
     m_tabs->addTab(BuildGeneral(HasMultipleValues(model.Source())), tr("&General"));
-    m_defaults = AddValues(model, false, tr("De&fault"));
-    m_valid = AddValues(model, true, tr("Va&lid values"));
+    m_defaults = AddValues(model, ValuesForm::Role::Defaults, tr("De&fault"));
+    m_valid = AddValues(model, ValuesForm::Role::Valid, tr("Va&lid values"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tabs);
@@ -99,12 +98,10 @@ QWidget* ParameterForm::BuildGeneral(bool hasMultiple) {
     return page;
 }
 
-ValuesForm* ParameterForm::AddValues(const DesignModel& model, bool isValid, const QString& title) {
+ValuesForm* ParameterForm::AddValues(const DesignModel& model, ValuesForm::Role role, const QString& title) {
     auto* form = new ValuesForm(
-        model, isValid ? ValuesForm::Role::Valid : ValuesForm::Role::Defaults,
-        [this, isValid](Document& copy, const ParameterValues& values) {
-            m_write(copy, With(values, isValid));
-        },
+        model, role,
+        [this, role](Document& copy, const ParameterValues& values) { m_write(copy, With(values, role)); },
         m_tabs);
     m_tabs->addTab(form, title);
     connect(form, &ValuesForm::Edited, this, [this] {
@@ -145,7 +142,8 @@ void ParameterForm::Show(const ReportParameter& parameter) {
     m_isShowing = false;
 }
 
-ReportParameter ParameterForm::With(const ParameterValues& values, bool isValid) {
+ReportParameter ParameterForm::With(const ParameterValues& values, ValuesForm::Role role) {
+    const bool isValid = role == ValuesForm::Role::Valid;
     ReportParameter parameter = m_shown;
     (isValid ? parameter.validOrigin : parameter.defaultOrigin) = values.origin;
     (isValid ? parameter.valid : parameter.defaults) = values.typed;
@@ -161,13 +159,13 @@ ReportParameter ParameterForm::Parameter() {
     m_shown.isNullable = m_nullable->isChecked();
     m_shown.isBlankAllowed = m_blank->isChecked();
     m_shown.isHidden = m_hidden->isChecked();
-    m_shown = With(m_defaults->Values(), false);
-    m_shown = With(m_valid->Values(), true);
+    m_shown = With(m_defaults->Values(), ValuesForm::Role::Defaults);
+    m_shown = With(m_valid->Values(), ValuesForm::Role::Valid);
     return m_shown;
 }
 
-void ParameterForm::ShowFault(bool isValid, std::size_t row, const QString& text) {
-    ValuesForm& values = isValid ? *m_valid : *m_defaults;
+void ParameterForm::ShowFault(ValuesForm::Role role, std::size_t row, const QString& text) {
+    ValuesForm& values = role == ValuesForm::Role::Valid ? *m_valid : *m_defaults;
     m_tabs->setCurrentWidget(&values);
     values.ShowFault(row, text);
 }

@@ -7,6 +7,7 @@
 
 #include "designer/expressions/expression_line.h"
 #include "designer/model/report_parameters.h"
+#include "designer/report_dialogs/values_form.h"
 
 class QCheckBox;
 class QComboBox;
@@ -16,8 +17,6 @@ class QTabWidget;
 namespace designer {
 
 class Note;
-class ValuesForm;
-struct ParameterValues;
 
 class ParameterForm : public QWidget {
     Q_OBJECT
@@ -35,7 +34,7 @@ class ParameterForm : public QWidget {
     // Looks whether the parameter can be so among `others`; says why not, and puts the focus there.
     bool IsComplete(const std::vector<ReportParameter>& others);
     // Says what is wrong with a default or a valid value that is typed, and puts the focus there.
-    void ShowFault(bool isValid, std::size_t row, const QString& text);
+    void ShowFault(ValuesForm::Role role, std::size_t row, const QString& text);
 
  signals:
     void Edited();  // by the user
@@ -43,8 +42,8 @@ class ParameterForm : public QWidget {
  private:
     QWidget* BuildGeneral(bool hasMultiple);
     QCheckBox* AddCheck(QLayout& layout, const char* name, const QString& text);
-    ValuesForm* AddValues(const DesignModel& model, bool isValid, const QString& title);
-    ReportParameter With(const ParameterValues& values, bool isValid);
+    ValuesForm* AddValues(const DesignModel& model, ValuesForm::Role role, const QString& title);
+    ReportParameter With(const ParameterValues& values, ValuesForm::Role role);
 
     const DesignModel& m_model;
     const Write m_write;

@@ -19,7 +19,7 @@
 #include "platform/reports/rdl_report.h"
 
 namespace designer {
-ParametersDialog::ParametersDialog(DesignModel& model, const std::string& name, bool isNew, QWidget* parent)
+ParametersDialog::ParametersDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
       m_old(ReportParametersOf(model.Source())),
@@ -59,15 +59,20 @@ ParametersDialog::ParametersDialog(DesignModel& model, const std::string& name, 
     for (int row = 0; row < static_cast<int>(m_parameters.size()); ++row) {
         m_list->addItem(QString::fromStdString(m_parameters[static_cast<std::size_t>(row)].name));
     }
+    m_list->setCurrentRow(0);
+    ShowCurrent();
+    const QSize wanted(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 26);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+void ParametersDialog::Choose(const std::string& name) {
+    if (name.empty()) {
+        Add();
+        return;
+    }
     const auto found = std::find_if(m_parameters.begin(), m_parameters.end(),
                                     [&](const ReportParameter& one) { return one.name == name; });
     m_list->setCurrentRow(found == m_parameters.end() ? 0 : static_cast<int>(found - m_parameters.begin()));
-    ShowCurrent();
-    if (isNew) {
-        Add();
-    }
-    const QSize wanted(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 26);
-    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void ParametersDialog::BuildList(QVBoxLayout& side) {
@@ -172,8 +177,9 @@ bool ParametersDialog::HasChanged(const ReportParameter& parameter) const {
     return parameter.place == NewRow || parameter != m_old[static_cast<std::size_t>(parameter.place)];
 }
 
-bool ParametersDialog::FitTypes(const ReportParameter& parameter, bool isValid,
+bool ParametersDialog::FitTypes(const ReportParameter& parameter, ValuesForm::Role role,
                                 report::ParameterField& field) {
+    const bool isValid = role == ValuesForm::Role::Valid;
     const ValueOrigin origin = isValid ? parameter.validOrigin : parameter.defaultOrigin;
     const std::vector<ParameterChoice>& values = isValid ? parameter.valid : parameter.defaults;
     for (std::size_t row = 0; origin == ValueOrigin::Typed && row < values.size(); ++row) {
@@ -184,7 +190,7 @@ bool ParametersDialog::FitTypes(const ReportParameter& parameter, bool isValid,
         try {
             field.AddCurrentValue(value);
         } catch (const RuntimeError& error) {
-            m_form->ShowFault(isValid, row, QString::fromStdString(error.Description()));
+            m_form->ShowFault(role, row, QString::fromStdString(error.Description()));
             return false;
         }
     }
@@ -213,7 +219,8 @@ bool ParametersDialog::FitTypes() {
         if (HasChanged(parameter)) {
             m_list->setCurrentRow(row);
             report::ParameterField& field = report->Parameter(row + 1);
-            if (!FitTypes(parameter, false, field) || !FitTypes(parameter, true, field)) {
+            if (!FitTypes(parameter, ValuesForm::Role::Defaults, field) ||
+                !FitTypes(parameter, ValuesForm::Role::Valid, field)) {
                 return false;
             }
         }

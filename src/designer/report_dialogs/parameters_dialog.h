@@ -9,6 +9,7 @@
 
 #include "designer/model/design_model.h"
 #include "designer/model/report_parameters.h"
+#include "designer/report_dialogs/values_form.h"
 
 namespace report {
 class ParameterField;
@@ -26,9 +27,10 @@ class ParameterForm;
 class ParametersDialog : public QDialog {
     Q_OBJECT
  public:
-    // Shows the parameter of this name first, or a new one if `isNew`. The model must live as long as the
-    // dialog.
-    ParametersDialog(DesignModel& model, const std::string& name, bool isNew, QWidget* parent = nullptr);
+    // The model must live as long as the dialog.
+    explicit ParametersDialog(DesignModel& model, QWidget* parent = nullptr);
+    // Shows the parameter of this name; a new one if the name is empty. Without it the first one is shown.
+    void Choose(const std::string& name);
     void accept() override;
 
  private:
@@ -43,7 +45,7 @@ class ParametersDialog : public QDialog {
     std::vector<ReportParameter> Others(int row) const;
     bool HasChanged(const ReportParameter& parameter) const;
     bool FitTypes();
-    bool FitTypes(const ReportParameter& parameter, bool isValid, report::ParameterField& field);
+    bool FitTypes(const ReportParameter& parameter, ValuesForm::Role role, report::ParameterField& field);
 
     DesignModel& m_model;
     const std::vector<ReportParameter> m_old;

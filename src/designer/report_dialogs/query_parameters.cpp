@@ -76,7 +76,7 @@ QueryParameters::QueryParameters(const DesignModel& model, const Write& write, Q
     layout->addWidget(m_table, 1);
     layout->addWidget(m_note);
     connect(m_table, &RowTable::Edited, this, [this] {
-        ShowNews();
+        ShowNewParameters();
         emit Edited();
     });
 }
@@ -158,12 +158,12 @@ bool QueryParameters::Offer(const std::vector<std::string>& asked) {
     }
     if (hasChanged) {
         m_table->SetRows(std::move(rows));
-        ShowNews();
+        ShowNewParameters();
     }
     return hasChanged;
 }
 
-// Of an offer that the user has changed or removed the report gets nothing.
+// The report gets no parameter for an offer that the user has changed or removed.
 std::vector<std::string> QueryParameters::NewParameters() const {
     std::vector<std::string> names;
     for (const Offered& offered : m_offered) {
@@ -190,7 +190,7 @@ void QueryParameters::AddToReport(Document& document) const {
     PutReportParameters(document, all);
 }
 
-void QueryParameters::ShowNews() {
+void QueryParameters::ShowNewParameters() {
     QStringList names;
     for (const std::string& name : NewParameters()) {
         names += QString::fromStdString(name);

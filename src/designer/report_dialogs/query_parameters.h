@@ -53,7 +53,7 @@ class QueryParameters : public QWidget {
     };
     Offered OfferOf(const std::string& name) const;
     bool RemoveUnasked(std::vector<RowTable::Row>& rows, const std::vector<std::string>& names);
-    void ShowNews();
+    void ShowNewParameters();
     bool Complain(std::size_t row, const QString& text);
     std::vector<std::string> NewParameters() const;  // of the report
 

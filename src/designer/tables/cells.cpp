@@ -170,7 +170,7 @@ void SplitCell(Document& document, ElementId region, std::size_t row, std::size_
     if (!merged || (merged->columnSpan == 1 && merged->rowSpan == 1)) {
         throw EditError("The cell is not merged");
     }
-    const BoxLook look{merged->item, false, false};
+    const BoxLook look{.like = merged->item};
     NewNames names(document);
     EditBatch batch(document);
     if (document.Name(region) == "Table") {

@@ -332,7 +332,7 @@ ElementId AddGroup(Document& document, ElementId region, Axis axis, ElementId me
     return added;
 }
 
-void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId member, bool withTracks) {
+void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId member, OwnTracks tracks) {
     const StepGroup step(document, "Delete group");
     const std::vector<RegionGroup> groups = GroupsOf(document, region, axis);
     const auto found = std::find_if(groups.begin(), groups.end(),
@@ -348,7 +348,7 @@ void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId memb
             throw EditError("The details of a Table are deleted by their rows");
         }
         const std::size_t own = RowsOf(document, member, "Header") + RowsOf(document, member, "Footer");
-        if (!withTracks && own > 0) {
+        if (tracks == OwnTracks::Stay && own > 0) {
             throw EditError("The header and the footer of a TableGroup cannot stay without it");
         }
         if (own > 0 && own == GridOf(document, region).rows.size()) {
@@ -357,7 +357,7 @@ void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId memb
         const std::vector<std::string> names = ScopesIn(document, member);
         Remove(document, member);
         RefuseIfUsed(document, names);
-    } else if (withTracks) {
+    } else if (tracks == OwnTracks::Go) {
         DeleteTracks(document, region, axis, found->first, found->count);
     } else {
         for (const char* name : {"Group", "SortExpressions"}) {

@@ -37,8 +37,10 @@ struct NewGroup {
 ElementId AddGroup(Document& document, ElementId region, Axis axis, ElementId member, GroupPlace place,
                    const NewGroup& group);
 
-// Deletes a group. Without `withTracks` its rows or columns stay as static ones.
-void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId member, bool withTracks);
+// What becomes of the rows or columns of a group that is deleted; those that stay are static ones.
+enum class OwnTracks { Stay, Go };
+
+void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId member, OwnTracks tracks);
 
 // Adds a row, or column, before or after a group with the sums of the numbers that its cells show. Returns
 // its number.

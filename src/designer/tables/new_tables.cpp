@@ -33,8 +33,9 @@ class TableWriter {
         for (std::size_t index = 0; index < count; ++index) {
             const std::string field = fields.empty() ? std::string() : fields[index];
             const bool isNumber = IsNumber(field);
-            head += TablixCellXml(Box({CaptionOf(field), true, isNumber}));
-            details += TablixCellXml(Box({field.empty() ? "" : FieldValue(field), false, isNumber}));
+            head += TablixCellXml(Box({.text = CaptionOf(field), .isHead = true, .isNumber = isNumber}));
+            details +=
+                TablixCellXml(Box({.text = field.empty() ? "" : FieldValue(field), .isNumber = isNumber}));
             members += "<TablixMember />";
         }
         const std::string rows = Row(RowHeight, head) + Row(RowHeight, details);
@@ -61,10 +62,11 @@ class TableWriter {
         const std::string corner =
             "<TablixCorner><TablixCornerRows><TablixCornerRow><TablixCornerCell>"
             "<CellContents>" +
-            Box({CaptionOf(texts[0]), true, false}) +
+            Box({.text = CaptionOf(texts[0]), .isHead = true}) +
             "</CellContents></TablixCornerCell></TablixCornerRow></TablixCornerRows>"
             "</TablixCorner>";
-        return Region(Columns(1, width), Row(RowHeight, TablixCellXml(Box({value, false, true}))),
+        return Region(Columns(1, width),
+                      Row(RowHeight, TablixCellXml(Box({.text = value, .isNumber = true}))),
                       GroupMember(texts[1], RowHeight), GroupMember(texts[0], width), corner);
     }
 
@@ -122,7 +124,8 @@ class TableWriter {
                "\"><GroupExpressions><GroupExpression>" + FieldValue(field) +
                "</GroupExpression></GroupExpressions></Group><SortExpressions><SortExpression><Value>" +
                FieldValue(field) + "</Value></SortExpression></SortExpressions>" +
-               HeaderXml(m_document, size, Box({FieldValue(field), true, false})) + "</TablixMember>";
+               HeaderXml(m_document, size, Box({.text = FieldValue(field), .isHead = true})) +
+               "</TablixMember>";
     }
 
     std::string Region(const std::string& columns, const std::string& rows, const std::string& columnMembers,

@@ -72,7 +72,7 @@ class MatrixTracks {
         if (m_headings.empty()) {
             AddHeadings(place, names);
         } else {
-            const BoxLook look{ItemInCell(m_document, m_headings[like]), false, false};
+            const BoxLook look{.like = ItemInCell(m_document, m_headings[like])};
             Insert(m_headings, place, HeadingXml(BoxXml(m_document, names.Take("Textbox1"), "", look)));
         }
         const std::string size = m_document.TextAt(m_tracks[like], m_side.size).value_or("1in");
@@ -139,7 +139,7 @@ class MatrixTracks {
     }
 
     std::string CellXml(ElementId like, NewNames& names) const {
-        const BoxLook look{ItemInCell(m_document, like), false, false};
+        const BoxLook look{.like = ItemInCell(m_document, like)};
         return "<MatrixCell><ReportItems>" + BoxXml(m_document, names.Take("Textbox1"), "", look) +
                "</ReportItems></MatrixCell>";
     }

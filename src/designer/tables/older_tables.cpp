@@ -132,20 +132,21 @@ std::size_t AddTableColumn(Document& document, ElementId table, std::size_t at) 
     return at;
 }
 
-std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, bool isBelow, bool isOutside) {
+std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, Side side,
+                        GroupSide groupSide) {
     const ElementId like = RowElement(document, table, row);
-    if (isOutside) {
-        return AddRowAround(document, table, MemberOf(document, like), row, isBelow);
+    if (groupSide == GroupSide::Outside) {
+        return AddRowAround(document, table, MemberOf(document, like), row, side);
     }
     NewNames names(document);
     const std::string xml = RowXml(document, GridOf(document, table).columns.size(), like, names);
     const ElementId next = document.IdAt(document.Tree()[document.IndexOf(like)].nextSibling);
-    const ElementId added = InsertXml(document, document.Parent(like), xml, isBelow ? next : like);
+    const ElementId added =
+        InsertXml(document, document.Parent(like), xml, side == Side::After ? next : like);
     return NumberOf(document, table, added);
 }
 
-std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like,
-                         bool isBelow) {
+std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like, Side side) {
     const ElementId owner = OwnerAround(document, table, member);
     if (owner == NoElement) {
         throw EditError("The row is in no group");
@@ -153,12 +154,12 @@ std::size_t AddRowAround(Document& document, ElementId table, ElementId member, 
     NewNames names(document);
     const std::string xml =
         RowXml(document, GridOf(document, table).columns.size(), RowElement(document, table, like), names);
-    const ElementId outer = EnsureChild(document, owner, isBelow ? "Footer" : "Header");
+    const ElementId outer = EnsureChild(document, owner, side == Side::After ? "Footer" : "Header");
     const ElementId rows = EnsureChild(document, outer, "TableRows");
     const std::vector<ElementId> there = document.Children(rows);
     // Next to the group: the last of the header, the first of the footer.
     const ElementId added =
-        InsertXml(document, rows, xml, isBelow && !there.empty() ? there.front() : NoElement);
+        InsertXml(document, rows, xml, side == Side::After && !there.empty() ? there.front() : NoElement);
     return NumberOf(document, table, added);
 }
 

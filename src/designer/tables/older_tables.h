@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "designer/document/document.h"
+#include "designer/tables/tracks.h"
 
 namespace designer {
 
@@ -15,14 +16,13 @@ bool IsInTableGroup(const Document& document, ElementId table, std::size_t row);
 // Adds a column that has the number `at` afterwards, and returns it.
 std::size_t AddTableColumn(Document& document, ElementId table, std::size_t at);
 
-// Adds a row above or below another one, in the same band; `isOutside`: in the header or footer around it.
-// Returns its number.
-std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, bool isBelow, bool isOutside);
+// Adds a row beside another one, inside in the same band, outside in the header or footer around it. Returns
+// its number.
+std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, Side side, GroupSide groupSide);
 
 // Adds a row like another one to the header or footer of what is around the Details or a TableGroup. Returns
 // its number.
-std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like,
-                         bool isBelow);
+std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like, Side side);
 
 // Adds a header and a footer to a TableGroup, each with an empty row.
 void AddTableBands(Document& document, ElementId table, ElementId group, bool hasHeader, bool hasFooter);

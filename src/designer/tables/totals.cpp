@@ -116,7 +116,7 @@ std::size_t AddTableTotal(Document& document, ElementId table, const RegionGroup
     }
     std::vector<TotalCell> cells = TotalCells(document, table, tracks, grid.columns.size());
     const std::size_t beside = side == Side::Before ? group.first : group.first + group.count - 1;
-    const std::size_t added = AddRowAround(document, table, group.member, beside, side == Side::After);
+    const std::size_t added = AddRowAround(document, table, group.member, beside, side);
     if (cells.front().value.empty()) {
         cells.front().value = "Total";
     }

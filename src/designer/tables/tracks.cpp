@@ -240,7 +240,8 @@ std::string StaticMemberXml(const Document& document, const TablixShape& shape, 
     for (auto index = static_cast<std::size_t>(member);; ++index) {
         const TablixMemberNode& one = members[index];
         if (one.header != NoElement) {
-            const BoxLook look{ItemInCell(document, one.header), false, isFirst && label.look.isBold};
+            const BoxLook look{.like = ItemInCell(document, one.header),
+                               .isBold = isFirst && label.look.isBold};
             const double size = PointsOf(document.TextAt(one.header, "Size").value_or("")).value_or(72);
             const std::string box =
                 BoxXml(document, names.Take("Textbox1"), isFirst ? label.value : "", look);
@@ -294,10 +295,9 @@ std::size_t AddTrack(Document& document, ElementId region, Axis axis, std::size_
     CheckTrack(document, region, axis, track, 1);
     std::size_t added = 0;
     if (document.Name(region) == "Table") {
-        added =
-            axis == Axis::Columns
-                ? AddTableColumn(document, region, track + (side == Side::After ? 1 : 0))
-                : AddTableRow(document, region, track, side == Side::After, groupSide == GroupSide::Outside);
+        added = axis == Axis::Columns
+                    ? AddTableColumn(document, region, track + (side == Side::After ? 1 : 0))
+                    : AddTableRow(document, region, track, side, groupSide);
     } else if (document.Name(region) == "Matrix") {
         if (groupSide == GroupSide::Outside) {
             throw EditError(std::string("A ") + Word(axis) + " of a Matrix is within all of its groups");

@@ -36,7 +36,7 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
     AddCommand(menu, "reportParameters", tr("&Parameters..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_P),
                [this] {
                    FinishTyping();
-                   ParametersDialog(*m_model, {}, false, this).exec();
+                   ParametersDialog(*m_model, this).exec();
                });
     menu.addSeparator();
     AddCommand(menu, "reportPage", tr("Pa&ge Set-up..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P),
@@ -63,8 +63,8 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
                    m_canvas->ContinueText();
                });
     m_canvas->addAction(findChild<QAction*>("itemLinks"));
-    connect(m_data, &DataPane::OpenWanted, this, &DesignWindow::OpenPart);
-    connect(m_data, &DataPane::RemoveWanted, this, &DesignWindow::RemoveDataPart);
+    connect(m_data, &DataPane::OpenRequested, this, &DesignWindow::OpenPart);
+    connect(m_data, &DataPane::RemoveRequested, this, &DesignWindow::RemoveDataPart);
 }
 
 std::vector<ElementId> DesignWindow::LinkedElements() const {
@@ -103,9 +103,12 @@ void DesignWindow::OpenPart(DataPart part, const std::string& name) {
             dialog.exec();
             break;
         }
-        case DataPart::Parameter:
-            ParametersDialog(*m_model, name, name.empty(), this).exec();
+        case DataPart::Parameter: {
+            ParametersDialog dialog(*m_model, this);
+            dialog.Choose(name);
+            dialog.exec();
             break;
+        }
         case DataPart::Image:
             PicturesDialog(*m_model, name, this).exec();
             break;

@@ -167,13 +167,18 @@ void DesignWindow::ArrangeSelection(Arrangement arrangement, const QString& verb
                   [&](Document& document) { Place(document, items, Arranged(places, arrangement)); });
 }
 
-void DesignWindow::OrderSelection(bool toFront) {
+void DesignWindow::SelectionToFront() {
     const ReportItems items = m_model->Items();
     const std::vector<ElementId> ids = m_model->SelectedItems();
-    m_model->Edit(StepName(*m_model, toFront ? tr("Bring to front") : tr("Send to back"), ids),
-                  [&](Document& document) {
-                      toFront ? BringToFront(document, items, ids) : SendToBack(document, items, ids);
-                  });
+    m_model->Edit(StepName(*m_model, tr("Bring to front"), ids),
+                  [&](Document& document) { BringToFront(document, items, ids); });
+}
+
+void DesignWindow::SelectionToBack() {
+    const ReportItems items = m_model->Items();
+    const std::vector<ElementId> ids = m_model->SelectedItems();
+    m_model->Edit(StepName(*m_model, tr("Send to back"), ids),
+                  [&](Document& document) { SendToBack(document, items, ids); });
 }
 
 void DesignWindow::TogglePageBand(BandKind kind) {

@@ -89,7 +89,7 @@ bool DesignWindow::OpenFile(const fs::path& file) {
     }
 }
 
-// The file may have been changed since: that it is as it was only its digest tells, and not its time.
+// The file may have been changed since. Its digest shows whether it is as it was; its time does not.
 void DesignWindow::ShowLost(const LostReport& lost) {
     m_stamp = lost.original.empty() ? std::nullopt : std::optional(FileStamp());
     m_digest = lost.digest;
@@ -149,7 +149,7 @@ void DesignWindow::AskAndOpen() {
     const QString folder = QString::fromStdString(m_model->File().parent_path().string());
     const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Report"), folder, Filters());
     for (const QString& file : files) {
-        emit WindowWanted(file);
+        emit WindowRequested(file);
     }
 }
 

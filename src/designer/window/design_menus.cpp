@@ -56,7 +56,7 @@ void DesignWindow::BuildMenus() {
     });
     m_groups->addActions(m_table->actions());
     m_groups->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(m_groups, &GroupsPane::OpenWanted, this, [this](ElementId member) {
+    connect(m_groups, &GroupsPane::OpenRequested, this, [this](ElementId member) {
         HasDialog(member) ? DesignItem(member) : CommandOf(*this, "groupProperties").trigger();
     });
     menuBar()->addMenu(m_format);
@@ -74,7 +74,7 @@ void DesignWindow::BuildMenus() {
 
 void DesignWindow::BuildFileMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&File"));
-    AddCommand(menu, "fileNew", tr("&New"), QKeySequence::New, [this] { emit WindowWanted({}); });
+    AddCommand(menu, "fileNew", tr("&New"), QKeySequence::New, [this] { emit WindowRequested({}); });
     AddCommand(menu, "fileNewFromData", tr("New from &Data..."),
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [this] { MakeFromData(); });
     AddCommand(menu, "fileOpen", tr("&Open..."), QKeySequence::Open, [this] { AskAndOpen(); });
@@ -88,7 +88,7 @@ void DesignWindow::BuildFileMenu() {
     AddScheduleCommand(menu);
     AddCommand(menu, "fileClose", tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), [this] { close(); });
     AddCommand(menu, "fileQuit", tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
-               [this] { emit QuitWanted(); });
+               [this] { emit QuitRequested(); });
 }
 
 void DesignWindow::ShowRecentFiles() {
@@ -98,7 +98,7 @@ void DesignWindow::ShowRecentFiles() {
         QString name = file;
         name.replace("&", "&&");
         m_recent->addAction(QString("&%1 %2").arg(++number % 10).arg(name), this,
-                            [this, file] { emit WindowWanted(file); });
+                            [this, file] { emit WindowRequested(file); });
     }
     if (number == 0) {
         m_recent->addAction(tr("No recent files"))->setEnabled(false);
@@ -157,8 +157,8 @@ void DesignWindow::BuildInsertMenu() {
     const std::tuple<const char*, QString, Qt::Key, BandKind> bands[] = {
         {"pageHeader", tr("Page &Header"), Qt::Key_H, BandKind::PageHeader},
         {"pageFooter", tr("Page &Footer"), Qt::Key_F, BandKind::PageFooter}};
-    for (const auto& [name, text, letter, kind] : bands) {
-        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | letter), [this, band = kind] {
+    for (const auto& [name, text, keyCode, kind] : bands) {
+        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | keyCode), [this, band = kind] {
             TogglePageBand(band);
         })->setCheckable(true);
     }
@@ -201,9 +201,9 @@ void DesignWindow::BuildArrangeMenu() {
     }
     menu.addSeparator();
     AddCommand(menu, "toFront", tr("Bring to &Front"), QKeySequence(Qt::CTRL | Qt::Key_BracketRight),
-               [this] { OrderSelection(true); });
+               [this] { SelectionToFront(); });
     AddCommand(menu, "toBack", tr("Send to Bac&k"), QKeySequence(Qt::CTRL | Qt::Key_BracketLeft),
-               [this] { OrderSelection(false); });
+               [this] { SelectionToBack(); });
     menu.addSeparator();
     AddCommand(menu, "group", tr("&Group into a Rectangle"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_J),
                [this] { GroupSelection(); });

@@ -83,7 +83,7 @@ void DesignWindow::BuildDocks() {
     m_propertyPanel = new PropertyPanel(*m_model, this);
     m_canvas->SetPartPane(m_propertyPanel);
     m_properties = &m_propertyPanel->Rows();
-    connect(m_propertyPanel, &PropertyPanel::ExpressionWanted, this, &DesignWindow::EditExpression);
+    connect(m_propertyPanel, &PropertyPanel::ExpressionRequested, this, &DesignWindow::EditExpression);
     m_problems = new ProblemsPane(*m_model, this);
     m_toolbox = new ToolboxPane(this);
     m_data = new DataPane(*m_model, this);
@@ -103,8 +103,8 @@ void DesignWindow::BuildDocks() {
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    const int letter = fontMetrics().averageCharWidth();
-    resizeDocks({outline, properties}, {letter * 28, letter * 44}, Qt::Horizontal);
+    const int characterWidth = fontMetrics().averageCharWidth();
+    resizeDocks({outline, properties}, {characterWidth * 28, characterWidth * 44}, Qt::Horizontal);
     resizeDocks({toolbox, outline}, {m_toolbox->sizeHint().height(), fontMetrics().height() * 40},
                 Qt::Vertical);
     resizeDocks({m_problemsDock}, {fontMetrics().height() * 5}, Qt::Vertical);
@@ -127,7 +127,7 @@ void DesignWindow::Connect() {
     });
     connect(m_canvas, &DesignCanvas::ToolChanged, this, [this] { m_toolbox->ShowTool(m_canvas->Tool()); });
     connect(m_canvas, &DesignCanvas::ZoomChanged, this, &DesignWindow::ShowCommands);
-    connect(m_canvas, &DesignCanvas::Told, this,
+    connect(m_canvas, &DesignCanvas::StatusTextChanged, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     connect(m_canvas, &DesignCanvas::PointerMoved, m_place, &QLabel::setText);
     connect(m_canvas, &DesignCanvas::LaidOut, this,
@@ -149,7 +149,7 @@ void DesignWindow::Connect() {
     connect(m_xml, &XmlPage::ModifiedChanged, this, &DesignWindow::ShowTitle);
     connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
     connect(m_source, &SourcePage::Edited, this, &DesignWindow::KeepCopySoon);
-    connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
+    connect(m_source, &SourcePage::DesignRequested, this, &DesignWindow::OpenMendedText);
     m_copyTimer.setSingleShot(true);
     m_copyTimer.setInterval(CopyPause);
     connect(&m_copyTimer, &QTimer::timeout, this, &DesignWindow::KeepCopy);
@@ -160,7 +160,7 @@ void DesignWindow::Connect() {
 
 void DesignWindow::ConnectPanes() {
     connect(m_toolbox, &ToolboxPane::ToolPicked, m_canvas, &DesignCanvas::SetTool);
-    connect(m_toolbox, &ToolboxPane::InsertWanted, this, [this](NewItem kind) {
+    connect(m_toolbox, &ToolboxPane::InsertRequested, this, [this](NewItem kind) {
         m_canvas->SetTool(std::nullopt);
         m_canvas->InsertAtMiddle(kind);
         m_canvas->setFocus();
@@ -178,7 +178,7 @@ void DesignWindow::ConnectPanes() {
         return field ? m_canvas->InsertIntoText(*field) : m_canvas->InsertIntoText(expression);
     });
     connect(m_data, &DataPane::Placed, m_canvas, qOverload<>(&QWidget::setFocus));
-    connect(m_outline, &OutlinePane::DeleteWanted, this, &DesignWindow::DeleteSelection);
+    connect(m_outline, &OutlinePane::DeleteRequested, this, &DesignWindow::DeleteSelection);
     connect(m_outline, &OutlinePane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Checked, this, &DesignWindow::ShowProblemCount);

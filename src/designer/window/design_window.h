@@ -61,8 +61,8 @@ class DesignWindow : public QMainWindow {
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
-    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
-    void QuitWanted();                       // all windows are to be closed
+    void WindowRequested(const QString& file);  // another window; with a blank report if `file` is empty
+    void QuitRequested();                       // all windows are to be closed
     void ReportMade(const std::string& bytes, const Logon& logon);  // is to be shown, without a file
 
  protected:
@@ -140,7 +140,8 @@ class DesignWindow : public QMainWindow {
     void Paste();
     void SelectAll();
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
-    void OrderSelection(bool toFront);
+    void SelectionToFront();
+    void SelectionToBack();
     void AskForPicture(ElementId image);
     void EditExpression();
     // Asks for an expression in the text of a text box; nullopt if the user cancels.

@@ -32,14 +32,14 @@ QList<DesignWindow*> DesignerProgram::Windows() const {
 
 DesignWindow* DesignerProgram::NewWindow() {
     auto* window = new DesignWindow;
-    connect(window, &DesignWindow::WindowWanted, this, [this](const QString& file) {
+    connect(window, &DesignWindow::WindowRequested, this, [this](const QString& file) {
         if (file.isEmpty()) {
             NewWindow();
         } else {
             Open(file);
         }
     });
-    connect(window, &DesignWindow::QuitWanted, this, &DesignerProgram::Quit);
+    connect(window, &DesignWindow::QuitRequested, this, &DesignerProgram::Quit);
     connect(window, &DesignWindow::ReportMade, this, &DesignerProgram::ShowNew);
     m_windows.removeIf([](const QPointer<DesignWindow>& one) { return one.isNull(); });
     m_windows.append(window);

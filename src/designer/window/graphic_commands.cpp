@@ -16,7 +16,8 @@
 namespace designer {
 namespace {
 
-// As the report names the file: relative to its folder, if it is in it or below.
+// Returns the name of the file in the report, relative to the folder of the report if the file is in it or
+// below.
 QString NameInReport(const QString& file, const std::filesystem::path& report) {
     if (report.empty()) {
         return file;
@@ -30,7 +31,7 @@ QString NameInReport(const QString& file, const std::filesystem::path& report) {
 
 void DesignWindow::ConnectGraphics() {
     m_canvas->SetAsker([this](NewItem kind, GraphicChoice& choice) { return AskFor(kind, choice); });
-    connect(m_canvas, &DesignCanvas::DesignWanted, this, &DesignWindow::DesignItem);
+    connect(m_canvas, &DesignCanvas::DesignRequested, this, &DesignWindow::DesignItem);
 }
 
 // A part of a chart or gauge has the dialog of its item.

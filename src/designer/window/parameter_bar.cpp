@@ -73,7 +73,7 @@ ParameterBar::ParameterBar(QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(m_scroll, 1);
     layout->addWidget(m_run, 0, Qt::AlignTop);
-    connect(m_run, &QPushButton::clicked, this, &ParameterBar::RunWanted);
+    connect(m_run, &QPushButton::clicked, this, &ParameterBar::RunRequested);
     hide();
 }
 
@@ -131,7 +131,7 @@ void ParameterBar::AddField(const AskedParameter& parameter, const report::Param
     for (const std::string& value : given.DefaultValues()) {
         defaults.append(Text(value));
     }
-    // A default that the engine does not tell, or refuses, is left to the run.
+    // A default that the engine does not give, or refuses, is left to the run.
     const bool isNull = defaults.isEmpty() && (!parameter.hasDefault || parameter.isNullDefault);
     const auto typed = m_typed.constFind(Text(parameter.name));
     const Values values = typed != m_typed.constEnd() ? *typed
@@ -240,7 +240,7 @@ ParameterBar::Field ParameterBar::MakeLines(const AskedParameter& parameter) {
 
 ParameterBar::Field ParameterBar::MakeLine(const AskedParameter& parameter) {
     auto* line = new QLineEdit;
-    connect(line, &QLineEdit::returnPressed, this, &ParameterBar::RunWanted);
+    connect(line, &QLineEdit::returnPressed, this, &ParameterBar::RunRequested);
     const bool isBlankAllowed = parameter.mayBeBlank && parameter.kind == AskedParameter::Kind::String;
     const auto read = [line, isBlankAllowed] {
         return line->text().isEmpty() && !isBlankAllowed ? QStringList() : QStringList(line->text());

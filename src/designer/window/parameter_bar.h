@@ -37,7 +37,7 @@ class ParameterBar : public QWidget {
     void FocusFirst() const;
 
  signals:
-    void RunWanted();
+    void RunRequested();
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -99,7 +99,7 @@ PreviewPage::PreviewPage(QWidget* parent)
     BuildParts();
     m_timer.setInterval(Pause);
     connect(&m_timer, &QTimer::timeout, this, &PreviewPage::LookAtRun);
-    connect(m_parameters, &ParameterBar::RunWanted, this, &PreviewPage::Run);
+    connect(m_parameters, &ParameterBar::RunRequested, this, &PreviewPage::Run);
     connect(m_stop, &QPushButton::clicked, this, &PreviewPage::Stop);
     connect(m_errors, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem* item) { emit ErrorChosen(item->text()); });

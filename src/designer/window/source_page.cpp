@@ -30,7 +30,7 @@ SourcePage::SourcePage(QWidget* parent)
     layout->addLayout(top);
     layout->addWidget(m_text, 1);
     setFocusProxy(m_text);
-    connect(open, &QPushButton::clicked, this, &SourcePage::DesignWanted);
+    connect(open, &QPushButton::clicked, this, &SourcePage::DesignRequested);
     connect(m_text, &QPlainTextEdit::textChanged, this, &SourcePage::Edited);
     connect(m_text, &QPlainTextEdit::modificationChanged, this, &SourcePage::ModifiedChanged);
 }

@@ -29,7 +29,7 @@ class SourcePage : public QWidget {
  signals:
     void ModifiedChanged();
     void Edited();
-    void DesignWanted();  // the text may be well-formed now
+    void DesignRequested();  // the text may be well-formed now
 
  private:
     QLabel* m_message;

@@ -22,7 +22,7 @@ namespace {
 // An editor of texts is slow with more.
 constexpr std::size_t MostBytes = std::size_t{16} << 20;
 
-// Of a raw text: toPlainText would make blanks of no-break spaces.
+// Takes a raw text, because toPlainText would make blanks of no-break spaces.
 std::string Plain(QString raw) {
     return raw.replace(QChar::ParagraphSeparator, '\n').toStdString();
 }

@@ -138,9 +138,9 @@ void ColumnList::dropEvent(QDropEvent* event) {
 void ColumnList::keyPressEvent(QKeyEvent* event) {
     const bool moves = event->modifiers() == Qt::ControlModifier && m_role == Role::Takes;
     if (event->key() == Qt::Key_Delete && m_role == Role::Takes) {
-        emit RemoveWanted();
+        emit RemoveRequested();
     } else if (moves && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
-        emit MoveWanted(event->key() == Qt::Key_Up ? -1 : 1);
+        emit MoveRequested(event->key() == Qt::Key_Up ? -1 : 1);
     } else {
         QListWidget::keyPressEvent(event);
     }

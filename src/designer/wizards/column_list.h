@@ -31,8 +31,8 @@ class ColumnList : public QListWidget {
  signals:
     // Columns are to come from another list, before the row.
     void Dropped(ColumnList* from, const std::vector<std::string>& columns, int row);
-    void RemoveWanted();
-    void MoveWanted(int by);
+    void RemoveRequested();
+    void MoveRequested(int by);
 
  protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -128,8 +128,8 @@ void FieldsPage::BuildPart(std::size_t index) {
     layout->setRowStretch(4, 1);
     connect(part.add, &QPushButton::clicked, this,
             [this, index] { Take(index, m_all->SelectedColumns(), -1); });
-    connect(list, &ColumnList::RemoveWanted, this, remove);
-    connect(list, &ColumnList::MoveWanted, list, &ColumnList::MoveSelected);
+    connect(list, &ColumnList::RemoveRequested, this, remove);
+    connect(list, &ColumnList::MoveRequested, list, &ColumnList::MoveSelected);
     connect(list, &ColumnList::Dropped, this,
             [this, index](ColumnList* from, const std::vector<std::string>& columns, int row) {
                 TakeDrop(index, from, columns, row);

@@ -22,7 +22,7 @@ namespace journal {
 
 enum class Level { Error = 3, Warning = 4, Notice = 5, Info = 6 };  // the severities of RFC 5424
 
-// One thing that is known about an event.
+// A name and a value of an event.
 struct Fact {
     std::string name;
     std::string value;

@@ -144,7 +144,7 @@ void SetRefusalHandler(RefusalHandler handler) {
     TheRefusalHandler() = std::move(handler);
 }
 
-void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals) {
+void ReportRefusals(const std::string& subject, const std::vector<Refusal>& refusals) {
     if (TheRefusalHandler()) {
         TheRefusalHandler()(subject, refusals);
         return;

@@ -86,7 +86,7 @@ using RefusalHandler = std::function<void(const std::string& subject, const std:
 // Without a handler the refusals become a dated line on standard error. An empty function removes the
 // handler.
 void SetRefusalHandler(RefusalHandler handler);
-void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals);
+void ReportRefusals(const std::string& subject, const std::vector<Refusal>& refusals);
 
 class Folder {
  public:

@@ -33,7 +33,7 @@ class Corners {
     }
 
  private:
-    // The diagonals lie below and to the right of the first one by turns.
+    // The diagonals are below and to the right of the first one, in turn.
     QPoint Place() const {
         const int off = (m_diagonal + 1) / 2;
         return m_diagonal % 2 == 1 ? QPoint(m_along, m_along + off) : QPoint(m_along + off, m_along);
@@ -85,7 +85,7 @@ QWidget& ChildArea::WindowOf(QWidget& form) {
     return window != nullptr ? *window : form;
 }
 
-QSize ChildArea::Room(const QMdiSubWindow& window) const {
+QSize ChildArea::FreeSize(const QMdiSubWindow& window) const {
     return viewport()->size() - window.size();
 }
 
@@ -116,7 +116,7 @@ void ChildArea::PlaceFree(QWidget& form) {
     if (area == nullptr || window->isMaximized()) {
         return;
     }
-    Corners corners(area->Room(*window), TitleHeight(*window));
+    Corners corners(area->FreeSize(*window), TitleHeight(*window));
     QPoint corner = corners.Next();
     while (!area->IsFree(corner, *window)) {
         corner = corners.Next();
@@ -132,7 +132,7 @@ void ChildArea::PlaceAtTop(QWidget& form) {
     }
     const int step = TitleHeight(*window);
     int x = 0;
-    while (!area->IsFree({x, 0}, *window) && x + step <= area->Room(*window).width()) {
+    while (!area->IsFree({x, 0}, *window) && x + step <= area->FreeSize(*window).width()) {
         x += step;
     }
     window->move(x, 0);
@@ -164,7 +164,7 @@ void ChildArea::Cascade() {
             window->showNormal();
         }
         window->resize(OwnSize(*window).boundedTo(viewport()->size()));
-        Corners corners(Room(*window), TitleHeight(*window));
+        Corners corners(FreeSize(*window), TitleHeight(*window));
         QPoint corner = corners.Next();
         for (int before = 0; before < number; ++before) {
             corner = corners.Next();

@@ -41,7 +41,7 @@ class ChildArea : public QMdiArea {
 
  private:
     static QMdiSubWindow* ChildOf(const QWidget& form);  // null if there is none
-    QSize Room(const QMdiSubWindow& window) const;
+    QSize FreeSize(const QMdiSubWindow& window) const;
     static QSize OwnSize(const QMdiSubWindow& window);  // the present one when none was given
     bool IsFree(QPoint corner, const QMdiSubWindow& window) const;
 };

@@ -153,7 +153,7 @@ bool DTPicker::AnswerKey(const QKeyEvent& event) {
     return true;
 }
 
-// A date in any form that the system reads, not only in the one that is shown; digits as if they were typed.
+// Takes a date in any form that the system reads, not only in the one that is shown. Digits count as typed.
 void DTPicker::Paste(const QString& text) {
     EndRun();
     const QString given = text.trimmed();
@@ -184,7 +184,7 @@ void DTPicker::ClosePart() {
     }
 }
 
-// What was typed becomes the date. Whether nothing of it was refused.
+// Makes what was typed the date. Returns false if a part of it was refused.
 bool DTPicker::Settle() {
     bool taken = EndRun();
     QDate settled = date();

@@ -92,7 +92,7 @@ void DTPicker::TypeDigit(QChar digit) {
             Refuse();
         }
     } else if (m_run->yearFirst && section == YearSection) {
-        ShowTyping();  // its separator tells that it is one
+        ShowTyping();  // its separator shows that it is one
     } else {
         HandOn();
         m_run->handedOn = !m_run->complete;
@@ -121,7 +121,7 @@ void DTPicker::TypeSeparator(QChar separator) {
     }
 }
 
-// To the next part in the order of the form.
+// Selects the next part in the order of the form.
 void DTPicker::HandOn() {
     ClosePart();
     const int last = sectionCount() - 1;
@@ -157,7 +157,7 @@ void DTPicker::Complain() {
     });
 }
 
-// Whether nothing of it was refused.
+// Returns false if a part of it was refused.
 bool DTPicker::EndRun() {
     if (!m_run) {
         return true;

@@ -112,11 +112,11 @@ class MailMessage : public MAPI::Message {
         mail.identity = Identity;
         mail.date = Date;
         mail.attachments = m_attachments.Open();
-        ServiceManager::Instance().ShowLife();
+        ServiceManager::Instance().NotifyAlive();
         TheStopGate().MailBegins();
         const Refusals refusals = m_context->transport->Deliver(mail);
         if (!refusals.empty()) {
-            MAPI::TellRefusals(Subject, refusals);
+            MAPI::ReportRefusals(Subject, refusals);
         }
     }
 

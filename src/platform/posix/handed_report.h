@@ -8,6 +8,6 @@
 inline constexpr const char* HandedReportVariable = "OXC_SCHEDULE_REPORT";
 
 // Returns the file that was handed to this process; empty if there is none, or none with a whole path.
-// Removes the variable: programs that this process starts have nothing to do with it, and a second call
-// returns nothing.
+// Removes the variable: it is not meant for programs that this process starts, and a second call returns an
+// empty path.
 std::filesystem::path TakeHandedReport();

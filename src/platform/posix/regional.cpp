@@ -35,17 +35,17 @@ Region FromEnvironment() {
     return noRegion ? Region{} : region;
 }
 
-// Removes the conversion at the front of the pattern and returns its letter, or '\0'.
+// Removes the conversion at the front of the pattern and returns its character, or '\0'.
 char TakeConversion(std::string_view& pattern) {
     if (pattern.empty() || pattern.front() != '%') {
         return '\0';
     }
-    const std::size_t letter = pattern.find_first_not_of("-_0EO", 1);
-    if (letter == std::string_view::npos) {
+    const std::size_t at = pattern.find_first_not_of("-_0EO", 1);
+    if (at == std::string_view::npos) {
         return '\0';
     }
-    const char conversion = pattern[letter];
-    pattern.remove_prefix(letter + 1);
+    const char conversion = pattern[at];
+    pattern.remove_prefix(at + 1);
     return conversion;
 }
 
@@ -69,8 +69,8 @@ RegionalSettings RegionalFromPattern(std::string_view pattern) {
     if (!oneSeparator || !pattern.empty()) {
         return {};
     }
-    const auto isDay = [](char letter) { return letter == 'd' || letter == 'e'; };
-    const auto isYear = [](char letter) { return letter == 'y' || letter == 'Y'; };
+    const auto isDay = [](char conversion) { return conversion == 'd' || conversion == 'e'; };
+    const auto isYear = [](char conversion) { return conversion == 'y' || conversion == 'Y'; };
     if (isDay(part[0]) && part[1] == 'm' && isYear(part[2])) {
         return {DateOrder::DayMonthYear, separator[0]};
     }

@@ -62,7 +62,7 @@ ServiceManager::ServiceManager() : m_socket(EnvironmentText("NOTIFY_SOCKET")) {
     }
 }
 
-void ServiceManager::Tell(const std::string& assignments) const {
+void ServiceManager::Notify(const std::string& assignments) const {
     sockaddr_un address{};
     socklen_t length = 0;
     if (!IsThere() || !SetAddress(m_socket, address, length)) {
@@ -75,38 +75,38 @@ void ServiceManager::Tell(const std::string& assignments) const {
                reinterpret_cast<const sockaddr*>(&address), length);
 }
 
-void ServiceManager::TellReady() {
+void ServiceManager::NotifyReady() {
     m_isReady = true;
-    Tell("READY=1");
+    Notify("READY=1");
 }
 
-void ServiceManager::TellStatus(const std::string& text) const {
+void ServiceManager::NotifyStatus(const std::string& text) const {
     constexpr std::size_t Longest = 500;  // bytes; the manager shows it in one line
-    Tell("STATUS=" + OnOneLine(CutText(text, Longest)));
+    Notify("STATUS=" + OnOneLine(CutText(text, Longest)));
 }
 
-void ServiceManager::ShowLife() const {
+void ServiceManager::NotifyAlive() const {
     if (!m_isReady) {
         if (m_hasLongSteps) {
-            Tell(Assignment("EXTEND_TIMEOUT_USEC", LongestStep));
+            Notify(Assignment("EXTEND_TIMEOUT_USEC", LongestStep));
         }
     } else if (m_patience.count() > 0) {
-        Tell("WATCHDOG=1");
+        Notify("WATCHDOG=1");
     }
 }
 
 void ServiceManager::BeginLongSteps() {
     m_hasLongSteps = true;
     if (m_isReady && m_patience.count() > 0) {
-        Tell(Assignment("WATCHDOG_USEC", std::max(LongestStep, m_patience)));
+        Notify(Assignment("WATCHDOG_USEC", std::max(LongestStep, m_patience)));
     }
-    ShowLife();
+    NotifyAlive();
 }
 
 void ServiceManager::EndLongSteps() {
     m_hasLongSteps = false;
     if (m_isReady && m_patience.count() > 0) {
-        Tell(Assignment("WATCHDOG_USEC", m_patience));
-        ShowLife();
+        Notify(Assignment("WATCHDOG_USEC", m_patience));
+        NotifyAlive();
     }
 }

@@ -20,12 +20,12 @@ class ServiceManager {
 
     // Sends assignments with line feeds between them. Safe in any thread. Waits at most five seconds for a
     // busy manager; a failure is not reported, as nobody could act on it.
-    void Tell(const std::string& assignments) const;
-    void TellReady();  // from now on signs of life are due
-    void TellStatus(const std::string& text) const;
+    void Notify(const std::string& assignments) const;
+    void NotifyReady();  // from now on signs of life are due
+    void NotifyStatus(const std::string& text) const;
 
-    // A sign of life. Call it only where the work has moved on. Before TellReady it prolongs the start.
-    void ShowLife() const;
+    // A sign of life. Call it only where the work has moved on. Before NotifyReady it prolongs the start.
+    void NotifyAlive() const;
     // Between these two calls the manager waits as long as the longest step of a run may take: a report and
     // its mail have bounds of their own, and meanwhile no event runs.
     void BeginLongSteps();

@@ -61,7 +61,7 @@ class Translator {
         if (rest != nullptr && !IsMark(rest, {";"})) {
             RaiseSyntaxError("there is more after its end");
         }
-        m_levels.back().End(m_result, true);
+        m_levels.back().End(m_result, SelectOrder::Level::Outermost);
         return m_returnsKey ? m_result + " returning rowid" : m_result;
     }
 
@@ -75,7 +75,7 @@ class Translator {
             return;
         }
         if (IsMark(&token, {")"}) && m_levels.size() > 1) {
-            m_levels.back().End(m_result, false);
+            m_levels.back().End(m_result, SelectOrder::Level::InParentheses);
             m_levels.pop_back();
         }
         m_levels.back().Before(token, m_result);

@@ -221,7 +221,7 @@ bool IsLink(const std::filesystem::path& file) {
 }
 
 std::optional<Link> ReadLink(const std::filesystem::path& file) {
-    // A database may be large: the beginning of the file tells what it is.
+    // A database may be large: the beginning of the file shows what it is.
     const UniqueFd opened = OpenRegularFile(file);
     if (!BeginsAsLink(opened.Get())) {
         return std::nullopt;

@@ -37,7 +37,7 @@ std::optional<NewestKey>& LastInserted() {
     return last;
 }
 
-// The tables whose rows are claimed. The first number of an advisory lock tells the table, the second the
+// The tables whose rows are claimed. The first number of an advisory lock is the table, the second the
 // key.
 constexpr std::int32_t FirstClaimClass = 0x6f786300;
 constexpr std::array<const char*, 2> ClaimedTables{"ReportScheduler", "ReportBatch"};

@@ -125,11 +125,11 @@ void SelectOrder::WrapDistinct(std::string& result) {
     m_end = m_start + wrapped.size();
 }
 
-void SelectOrder::End(std::string& result, bool isOutermost) {
+void SelectOrder::End(std::string& result, Level level) {
     if (m_part == Part::Orders) {
         EndOrderTerm(result);
     }
-    const bool matters = isOutermost || !m_limit.empty();
+    const bool matters = level == Level::Outermost || !m_limit.empty();
     if (m_part != Part::None && matters && !m_hasNoOrder && !m_sources.empty()) {
         if (!m_isDistinct) {
             const std::string order = (m_part == Part::Orders ? "," : " order by ") + RowOrder();

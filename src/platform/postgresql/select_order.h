@@ -19,7 +19,8 @@ class SelectOrder {
     void SetLimit(std::string_view limit) { m_limit = limit; }
     // Call it after the last token. Adds the order and the limit; a select in parentheses without a limit
     // needs no order.
-    void End(std::string& result, bool isOutermost);
+    enum class Level { Outermost, InParentheses };
+    void End(std::string& result, Level level);
 
  private:
     enum class Part { None, List, Sources, Conditions, Groups, Orders };

@@ -4,8 +4,8 @@
 
 #include "platform/postgresql/server.h"
 
-// Raises err::DataUnavailable if the store has another version than this program works with, with what mends
-// it: no store, an older, a newer or an unreadable one.
+// Raises err::DataUnavailable if there is no store, or if its version is older, newer or unreadable. The
+// error says what to do about it.
 void CheckStoreVersion(Server& server);
 
 // Raises err::DataUnavailable if the store is newer than this program, or its version unreadable. A database

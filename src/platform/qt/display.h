@@ -13,8 +13,8 @@ bool MayHaveDisplay();
 // Whether boxes can be shown to somebody. Only once the application is made.
 bool HasDisplay();
 // Call before the application is made by a program that can do without windows: with no display, or one that
-// does not answer, Qt's offscreen platform is taken, whatever QT_QPA_PLATFORM wishes. Programs that this one
-// starts are not told.
+// does not answer, Qt's offscreen platform is taken, whatever QT_QPA_PLATFORM says. Programs that this one
+// starts get the environment as it was.
 void FallBackToOffscreen();
 
 // Call this before the application is made, with the arguments of the process. Until DisplayHasAnswered, a

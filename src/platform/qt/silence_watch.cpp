@@ -12,8 +12,8 @@ SilenceWatch::SilenceWatch(std::chrono::milliseconds patience, std::function<voi
     }
 }
 
-// In many short waits: a process that was stopped for an hour, or a machine that slept, has waited for one of
-// them only.
+// Waits many short times. A process that was stopped for an hour, or a machine that slept, has waited for one
+// of them only.
 void SilenceWatch::Watch(const std::stop_token& stop, std::chrono::milliseconds patience) {
     constexpr int Waits = 100;
     std::unique_lock lock(m_mutex);

@@ -100,7 +100,7 @@ void Database::OpenWriteProtected() {
     const fs::path log = LogWithRows(m_path);
     int code = open(ReadOnlyUse::Shared);
     const int primary = code & 0xFF;
-    if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY) {  // it wants to make a file
+    if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY) {  // it has to make a file
         if (!log.empty()) {
             RaiseUnfinished(m_file, log);
         }

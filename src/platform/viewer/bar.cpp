@@ -35,13 +35,13 @@ ViewerBar::ViewerBar(QWidget* parent) : QToolBar(parent) {
         connect(fit, &QAction::triggered, this, [this, mode] { emit ZoomModeChosen(mode); });
     }
     addSeparator();
-    Add("cmdFind", Symbol::Find, tr("Find (Ctrl+F)"), &ViewerBar::FindWanted);
+    Add("cmdFind", Symbol::Find, tr("Find (Ctrl+F)"), &ViewerBar::FindRequested);
     m_map = AddButton("cmdMap", Symbol::Map, tr("Document map"));
     m_map->setCheckable(true);
     connect(m_map, &QAction::toggled, this, &ViewerBar::MapToggled);
     addSeparator();
-    Add("cmdPrint", Symbol::Print, tr("Print (Ctrl+P)"), &ViewerBar::PrintWanted);
-    Add("cmdSave", Symbol::Save, tr("Save as (Ctrl+S)"), &ViewerBar::SaveWanted);
+    Add("cmdPrint", Symbol::Print, tr("Print (Ctrl+P)"), &ViewerBar::PrintRequested);
+    Add("cmdSave", Symbol::Save, tr("Save as (Ctrl+S)"), &ViewerBar::SaveRequested);
     SetHasPages(false);
 }
 

@@ -38,9 +38,9 @@ class ViewerBar : public QToolBar {
     void ZoomStepped(int steps);
     void ZoomEntered(double percent);
     void ZoomModeChosen(viewer::ZoomMode mode);
-    void FindWanted();
-    void PrintWanted();
-    void SaveWanted();
+    void FindRequested();
+    void PrintRequested();
+    void SaveRequested();
     void MapToggled(bool shown);
     void Done();  // an entry was confirmed or cancelled: the pages get the keyboard focus
 

@@ -46,8 +46,8 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)
             emit WordsChanged(words);
         }
     });
-    connect(next, &QPushButton::clicked, this, &FindBar::NextWanted);
-    connect(previous, &QPushButton::clicked, this, &FindBar::PreviousWanted);
+    connect(next, &QPushButton::clicked, this, &FindBar::NextRequested);
+    connect(previous, &QPushButton::clicked, this, &FindBar::PreviousRequested);
     connect(close, &QToolButton::clicked, this, &FindBar::Closed);
 }
 
@@ -86,9 +86,9 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             if (key->modifiers() & Qt::ShiftModifier) {
-                emit PreviousWanted();
+                emit PreviousRequested();
             } else {
-                emit NextWanted();
+                emit NextRequested();
             }
             return true;
         }

@@ -22,8 +22,8 @@ class FindBar : public QWidget {
 
  signals:
     void WordsChanged(const QString& words);
-    void NextWanted();
-    void PreviousWanted();
+    void NextRequested();
+    void PreviousRequested();
     void Closed();
 
  protected:

@@ -26,7 +26,7 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_text(new QLabel(this
     layout->setContentsMargins(Margin, Margin, Margin, Margin);
     layout->addWidget(m_text, 1);
     layout->addWidget(close, 0, Qt::AlignTop);
-    connect(close, &QToolButton::clicked, this, &MessageBar::CloseWanted);
+    connect(close, &QToolButton::clicked, this, &MessageBar::CloseRequested);
 }
 
 void MessageBar::ShowText(const QString& text) {

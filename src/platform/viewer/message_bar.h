@@ -15,7 +15,7 @@ class MessageBar : public QFrame {
     void ShowText(const QString& text);
 
  signals:
-    void CloseWanted();
+    void CloseRequested();
 
  private:
     QLabel* m_text;

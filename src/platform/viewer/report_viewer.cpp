@@ -68,11 +68,11 @@ void ReportViewer::ConnectBar() {
     connect(m_bar, &ViewerBar::ZoomStepped, m_canvas, &PageCanvas::StepZoom);
     connect(m_bar, &ViewerBar::ZoomEntered, m_canvas, &PageCanvas::SetZoom);
     connect(m_bar, &ViewerBar::ZoomModeChosen, m_canvas, &PageCanvas::SetZoomMode);
-    connect(m_bar, &ViewerBar::FindWanted, this, &ReportViewer::OpenFind);
-    connect(m_bar, &ViewerBar::PrintWanted, this, &ReportViewer::AskAndPrint);
-    connect(m_bar, &ViewerBar::SaveWanted, this, &ReportViewer::AskAndSave);
+    connect(m_bar, &ViewerBar::FindRequested, this, &ReportViewer::OpenFind);
+    connect(m_bar, &ViewerBar::PrintRequested, this, &ReportViewer::AskAndPrint);
+    connect(m_bar, &ViewerBar::SaveRequested, this, &ReportViewer::AskAndSave);
     connect(m_bar, &ViewerBar::MapToggled, m_map, &QWidget::setVisible);
-    connect(m_message, &MessageBar::CloseWanted, this, &ReportViewer::CloseMessage);
+    connect(m_message, &MessageBar::CloseRequested, this, &ReportViewer::CloseMessage);
     connect(m_bar, &ViewerBar::Done, m_canvas, [this] { m_canvas->setFocus(); });
     connect(m_map, &DocumentMap::Chosen, this, [this](int page, double y) { m_canvas->GoTo(page, y); });
     connect(m_canvas, &PageCanvas::PageChanged, this, &ReportViewer::ShowState);
@@ -87,8 +87,9 @@ void ReportViewer::ConnectFind() {
         m_canvas->SetWords(words);
         Find(Direction::Forwards, SearchFrom::Here);
     });
-    connect(m_findBar, &FindBar::NextWanted, this, [this] { Find(Direction::Forwards, SearchFrom::Beside); });
-    connect(m_findBar, &FindBar::PreviousWanted, this,
+    connect(m_findBar, &FindBar::NextRequested, this,
+            [this] { Find(Direction::Forwards, SearchFrom::Beside); });
+    connect(m_findBar, &FindBar::PreviousRequested, this,
             [this] { Find(Direction::Backwards, SearchFrom::Beside); });
     connect(m_findBar, &FindBar::Closed, this, &ReportViewer::CloseFind);
     connect(&m_finder, &Finder::Found, this, &ReportViewer::OnFound);

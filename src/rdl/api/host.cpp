@@ -24,7 +24,7 @@ std::atomic<const Host*> chosen = nullptr;  // reports may run in several thread
 
 namespace fs = std::filesystem;
 
-// The piece as it is when it exists so, else the entry of the folder that differs from it in case only. Of
+// Returns the piece if it exists, else the entry of the folder that differs from it in case only. Of
 // several entries the first in the order of bytes: folders list them in any order.
 fs::path PieceOnDisk(const fs::path& folder, const fs::path& piece) {
     fs::path exact = folder / piece;

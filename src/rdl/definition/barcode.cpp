@@ -21,7 +21,7 @@ struct PropertyName {
     Expr Barcode::*member;
 };
 
-// As several designers name them.
+// The names that several designers give the properties.
 constexpr PropertyName Properties[] = {
     {"symbology", &Barcode::symbology},
     {"barcodetype", &Barcode::symbology},

@@ -67,7 +67,7 @@ Expr Context::WithPlaceholders(Expr text, const ParameterNames* parameters) {
     return text;
 }
 
-void Context::TellParameter(const std::string& name, bool isMultiValue) {
+void Context::AddParameter(const std::string& name, bool isMultiValue) {
     m_parameters.emplace(LowerAscii(name), isMultiValue);
 }
 

@@ -32,21 +32,21 @@ class Context {
     Expr MakeExpr(const XmlElement& element, const std::string& where);
     // The same for a child; not set if there is none.
     Expr ChildExpr(const XmlElement& parent, std::string_view name, const std::string& where);
-    // The same for a text in which {?Parameter} and {@Global} stand for values; tell the parameters first.
+    // The same for a text in which {?Parameter} and {@Global} stand for values; add the parameters first.
     Expr ChildText(const XmlElement& parent, std::string_view name, const std::string& where);
     // The same for a connect string, in which each {?Name} must be a parameter.
     Expr ChildConnection(const XmlElement& parent, std::string_view name, const std::string& where);
     // Has each constant of a style passed on from now on; `take` must outlive the context.
     void PassStyles(const TakeStyleConstant& take) { m_takeStyle = take ? &take : nullptr; }
-    void TellStyle(StyleProperty property, const Expr& constant) const {
+    void PassStyle(StyleProperty property, const Expr& constant) const {
         if (m_takeStyle) {
             (*m_takeStyle)(property, constant);
         }
     }
     // Notes a font that the report names.
-    void TellFont(const std::string& family) { m_fonts.insert(family); }
+    void AddFont(const std::string& family) { m_fonts.insert(family); }
     const std::set<std::string>& Fonts() const { return m_fonts; }
-    void TellParameter(const std::string& name, bool isMultiValue);
+    void AddParameter(const std::string& name, bool isMultiValue);
     // Returns a size in points; `missing` if the element is absent. A negative size is an error.
     double Size(const XmlElement& parent, std::string_view name, const std::string& where,
                 double missing = 0) const;
@@ -58,7 +58,7 @@ class Context {
                int missing) const;
     // Raises rdl::Error unless the report embeds an image of this name or `name` is an expression.
     void RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const;
-    void TellImage(const std::string& name) { m_images.insert(name); }
+    void AddImage(const std::string& name) { m_images.insert(name); }
     // Refuses network addresses: images come from files and from the report itself.
     void RefuseAddress(const XmlElement& element, const std::string& where, const Expr& source) const;
     // Call this for each new item. Raises rdl::Error past the limit on items.
@@ -67,7 +67,7 @@ class Context {
                            const std::string& what) const;
 
     // Rows and texts that are not in the tree; `tree` must outlive the context.
-    void TellTree(const ReportTree& tree) { m_tree = &tree; }
+    void SetTree(const ReportTree& tree) { m_tree = &tree; }
     const ReportTree& Tree() const { return *m_tree; }
 
     int ExpressionCount() const { return m_expressions; }

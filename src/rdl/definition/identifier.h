@@ -13,11 +13,11 @@ namespace rdl {
 // Returns the error text for an invalid name: its kind, the name, and the rule.
 std::string NotAnIdentifier(std::string_view kind, std::string_view name);
 
-// The names of one collection. Expressions find them without regard to case, so two that differ in nothing
-// else would be one.
+// The names of one collection. Expressions find them without regard to case, so two names that differ only in
+// case would be one.
 class DistinctNames {
  public:
-    // Empty, or what is wrong with the name, for an error: there is one like it.
+    // Returns an empty text, or what is wrong with the name, for an error: the collection has one like it.
     std::string Add(const std::string& name);
 
  private:

@@ -37,14 +37,14 @@ class ReportReader {
         m_definition.dataSets = ReadDataSets(m_context, m_report);
         m_definition.parameters = ReadParameters(m_context, m_report);
         for (const ReportParameter& parameter : m_definition.parameters) {
-            m_context.TellParameter(parameter.name, parameter.multiValue);
+            m_context.AddParameter(parameter.name, parameter.multiValue);
         }
         m_definition.variables = ReadVariables(m_context, m_report, "Report");
         ReadImages();
         ReadSections();
         const Expr font = m_context.ChildExpr(m_report, "DefaultFontFamily", "Report");
         if (font.IsSet() && !font.IsExpression()) {
-            m_context.TellFont(std::string(Trimmed(font.source)));
+            m_context.AddFont(std::string(Trimmed(font.source)));
         }
         ApplyDefaultFont(m_definition, font);
         m_definition.fonts.assign(m_context.Fonts().begin(), m_context.Fonts().end());
@@ -110,7 +110,7 @@ class ReportReader {
         for (const XmlElement& element : images->children) {
             EmbeddedImage& image = m_definition.images.emplace_back();
             image.name = m_context.NameOf(element);
-            m_context.TellImage(image.name);
+            m_context.AddImage(image.name);
             image.mimeType = element.ChildText("MIMEType");
             std::optional<std::string> decoded = FromBase64(element.ChildText("ImageData"));
             if (!decoded) {
@@ -196,7 +196,7 @@ constexpr std::size_t PieceOfBytes = std::size_t{1} << 20;
 Definition DefinitionOf(const ReportTree& tree, const std::string& fileName, const DefinitionLimits& limits,
                         const TakeStyleConstant& takeStyle) {
     Context context(fileName, limits);
-    context.TellTree(tree);
+    context.SetTree(tree);
     context.PassStyles(takeStyle);
     Definition definition = ReportReader(context, tree.document.root).Read();
     definition.fileName = WithoutMarks(fileName);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the readers of a definition tell about the constants of styles while they read.
+// The constants of styles that the readers of a definition pass on while they read.
 #pragma once
 
 #include <functional>

@@ -82,10 +82,10 @@ void Add(Context& context, Style& style, P property, const XmlElement& element, 
     Expr value = context.MakeExpr(element, PropertyOf(where, element.name));
     if (value.IsSet()) {
         if (!value.IsExpression()) {
-            context.TellStyle(property, value);
+            context.PassStyle(property, value);
         }
         if (property == P::FontFamily && !value.IsExpression()) {
-            context.TellFont(std::string(Trimmed(value.source)));
+            context.AddFont(std::string(Trimmed(value.source)));
         }
         Set(style, property, std::move(value));
     }

@@ -51,8 +51,8 @@ Paragraph ReadParagraph(Context& context, const XmlElement& element, const std::
     return paragraph;
 }
 
-// The one paragraph that an older text box comes to. The style stays with the box as well: what a property is
-// for decides who reads it.
+// Returns the one paragraph of an older text box. The box keeps the style too: each property is read where it
+// is used.
 Paragraph ParagraphOfValue(Context& context, const XmlElement& element, const Textbox& textbox,
                            const std::string& where) {
     TextRun run;

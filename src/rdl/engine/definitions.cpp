@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t MostFiles = 16;
 constexpr std::size_t MostBytes = std::size_t{1} << 20;  // of all files
-// So few rows stand in such a file that they are in memory, where several runs may read them at once.
+// The rows of a file up to this size are in memory, where several runs may read them at once.
 constexpr std::size_t LongestFile = std::size_t{256} << 10;
 
 struct Known {

@@ -32,7 +32,7 @@ std::string Place(const ReportParameter& parameter) {
     throw Error(Place(parameter) + ": \"" + ParameterText(value) + "\" is not " + what);
 }
 
-// Commas part thousands. Where they do not stand so, a comma is somebody's decimal point, and without it the
+// Commas separate thousands. At any other place a comma is meant as a decimal point, and without it the
 // number would be another one.
 bool HasStrayComma(std::string_view text) {
     const std::size_t first = text.find(',');

@@ -59,7 +59,7 @@ std::shared_ptr<const Definition> DefinitionOf(Shared& shared, const fs::path& f
     return known;
 }
 
-// The parameters that the subreport's definition has, with what the report gives by name.
+// Returns the parameters of the subreport's definition, with the values that the report gives by name.
 std::vector<std::unique_ptr<ReportParameterState>> FieldsOf(const Definition& definition,
                                                             const Subreport& subreport,
                                                             const std::vector<Value>& values) {

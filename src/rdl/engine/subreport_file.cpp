@@ -14,7 +14,7 @@ namespace rdl {
 
 namespace fs = std::filesystem;
 
-// A server's folders count where there are such, else the file beside the report is meant.
+// Looks in the folders of a server if there are any, else beside the report.
 fs::path engine::FindSubreport(const std::string& reportName, const fs::path& parent,
                                const std::vector<std::string>& folders) {
     std::string name = reportName;

@@ -110,7 +110,7 @@ const Culture* FindMainRow(std::string_view language) {
     return nullptr;
 }
 
-// The region's first row; null when there is none.
+// Returns the first row of the region; null if there is none.
 const Culture* FindRegionRow(std::string_view region) {
     for (const Culture& culture : Cultures()) {
         if (culture.name.size() > region.size() && SameName(RegionOf(culture.name), region)) {

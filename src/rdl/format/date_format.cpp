@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view DateLetters = "dfFghHKmMstyz:/%";
 
-// Dates carry no zone: z tells the machine's at that moment.
+// Dates carry no zone: z is the zone of the machine at that moment.
 int MinutesFromUtc(const DateTimeParts& parts) {
     std::tm local{};
     local.tm_year = parts.year - 1900;
@@ -73,7 +73,7 @@ class PatternWriter {
                 AppendPadded(m_parts.second, std::min(count, 2), m_out);
                 break;
             case 'f':
-                AppendFraction(m_parts.fraction, std::min(count, 7), false, m_out);
+                AppendFraction(m_parts.fraction, std::min(count, 7), TrailingZeros::Keep, m_out);
                 break;
             case 'F':
                 WriteTrimmedFraction(count);
@@ -144,10 +144,10 @@ class PatternWriter {
         }
     }
 
-    // A fraction that comes to nothing takes the point before it along.
+    // Also removes the point before a fraction that becomes empty.
     void WriteTrimmedFraction(int count) {
         const std::size_t before = m_out.size();
-        AppendFraction(m_parts.fraction, std::min(count, 7), true, m_out);
+        AppendFraction(m_parts.fraction, std::min(count, 7), TrailingZeros::Drop, m_out);
         if (m_out.size() == before && before > 0 && m_out[before - 1] == '.') {
             m_out.pop_back();
         }
@@ -216,13 +216,13 @@ void AppendPadded(std::int64_t value, int width, std::string& out) {
     out.append(buffer, written.ptr);
 }
 
-void AppendFraction(int fraction, int digits, bool trim, std::string& out) {
+void AppendFraction(int fraction, int digits, TrailingZeros zeros, std::string& out) {
     char buffer[7];
     for (int i = 6; i >= 0; --i) {
         buffer[i] = static_cast<char>('0' + fraction % 10);
         fraction /= 10;
     }
-    while (trim && digits > 0 && buffer[digits - 1] == '0') {
+    while (zeros == TrailingZeros::Drop && digits > 0 && buffer[digits - 1] == '0') {
         --digits;
     }
     out.append(buffer, static_cast<std::size_t>(digits));

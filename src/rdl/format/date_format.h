@@ -16,8 +16,8 @@ bool FormatDateTime(std::int64_t ticks, std::string_view format, const Culture& 
 void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
                        std::string& out);
 
-// Sets `pattern` to the pattern of a standard format letter; returns false if there is none. `invariant`
-// tells that the pattern uses the invariant culture.
+// Sets `pattern` to the pattern of a standard format letter; returns false if there is none. Sets `invariant`
+// if the pattern uses the invariant culture.
 bool StandardDatePattern(char letter, const Culture& culture, std::string& pattern, bool& invariant);
 
 // Returns false if `format` is not a time span format.
@@ -25,8 +25,9 @@ bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& 
 
 // Appends `value` with at least `width` digits.
 void AppendPadded(std::int64_t value, int width, std::string& out);
-// Appends the first `digits` of the seven digits of a second's fraction; `trim` drops trailing zeros.
-void AppendFraction(int fraction, int digits, bool trim, std::string& out);
+enum class TrailingZeros { Keep, Drop };
+// Appends the first `digits` of the seven digits of a second's fraction.
+void AppendFraction(int fraction, int digits, TrailingZeros zeros, std::string& out);
 // Appends the quoted or escaped literal at `i`. Returns its length in the pattern, 0 if there is none.
 std::size_t AppendPatternLiteral(std::string_view pattern, std::size_t i, std::string& out);
 // Returns how often the character at `i` repeats from there.

@@ -28,7 +28,7 @@ class NumberReader {
         const char* end = m_plain.data() + m_plain.size();
         const auto read = std::from_chars(m_plain.data(), end, number);
         if (read.ec == std::errc::result_out_of_range) {
-            number = 0;  // too small to tell from zero, or too large, which is none
+            number = 0;  // too small to differ from zero, or too large, which is no number
             return m_plain.find("e-") != std::string::npos;
         }
         if (read.ec != std::errc() || read.ptr != end || !std::isfinite(number)) {

@@ -47,7 +47,7 @@ void AppendConstant(const SpanParts& parts, std::string& out) {
     AppendClock(parts, 2, out);
     if (parts.fraction > 0) {
         out += '.';
-        AppendFraction(parts.fraction, 7, false, out);
+        AppendFraction(parts.fraction, 7, TrailingZeros::Keep, out);
     }
 }
 
@@ -63,7 +63,7 @@ void AppendGeneral(const SpanParts& parts, bool full, const Culture& culture, st
     AppendClock(parts, full ? 2 : 1, out);
     if (full || parts.fraction > 0) {
         out += culture.decimalSeparator;
-        AppendFraction(parts.fraction, 7, !full, out);
+        AppendFraction(parts.fraction, 7, full ? TrailingZeros::Keep : TrailingZeros::Drop, out);
     }
 }
 
@@ -82,10 +82,10 @@ void AppendSpecifier(char letter, int count, const SpanParts& parts, std::string
             AppendPadded(parts.seconds, std::min(count, 2), out);
             break;
         case 'f':
-            AppendFraction(parts.fraction, std::min(count, 7), false, out);
+            AppendFraction(parts.fraction, std::min(count, 7), TrailingZeros::Keep, out);
             break;
         default:
-            AppendFraction(parts.fraction, std::min(count, 7), true, out);
+            AppendFraction(parts.fraction, std::min(count, 7), TrailingZeros::Drop, out);
     }
 }
 
@@ -126,7 +126,7 @@ bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& 
 
 namespace {
 
-// Digits at the front of the text; false when there are none, or more than `most` of them.
+// Reads the digits at the front of the text. Returns false if there are none, or more than `most`.
 bool TakeDigits(std::string_view& text, std::size_t most, std::int64_t& number, std::size_t& digits) {
     digits = std::min(text.find_first_not_of("0123456789"), text.size());
     if (digits == 0 || digits > most) {

@@ -24,7 +24,8 @@ Value NoTruth(const Value& value) {
                            : Value::Error("a value is used as a condition that is neither true nor false");
 }
 
-// And and Or: `decisive` settles the chain; Null settles nothing and stays when nothing else does.
+// Evaluates And and Or. `decisive` is the value that decides the chain. Null decides nothing, and is the
+// result if no value decides.
 Value EvaluateChain(const Node& node, Inputs& inputs, bool decisive) {
     bool unknown = false;
     for (const NodePtr& child : node.children) {

@@ -97,8 +97,8 @@ Value ToDecimals(Arguments arguments, Inputs& inputs) {
     if (!std::isfinite(scaled) || std::abs(scaled) > 9e15) {
         return OfNumber(number);
     }
-    // A decimal such as 2.345 lies a hair below itself in binary: what 15 digits cannot tell apart is the
-    // same.
+    // A decimal such as 2.345 lies a hair below itself in binary: numbers that are
+    // equal in 15 digits count as equal.
     const double nudged = scaled + std::copysign(std::abs(scaled) * 4e-16, scaled);
     return OfNumber(Work(nudged) / scale);
 }

@@ -22,7 +22,7 @@ void FailAt(std::size_t position, const std::string& what) {
     throw Error(text);
 }
 
-// Counted on from the word before, so that a long formula is gone through once.
+// Counts on from the word before, so that a long formula is read once.
 std::size_t Lexer::Position() {
     m_characters += CharacterCount(m_text.substr(m_counted, m_at - m_counted));
     m_counted = m_at;

@@ -71,7 +71,7 @@ bool IsWhole(Type type, const std::string& bytes) {
 
 enum class Detail { Full, Rough };
 
-// By its own first bytes: the library would guess at formats that reach for other files.
+// Takes the type by the first bytes: the library would also guess at formats that read other files.
 QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& item,
                       Detail detail = Detail::Full) {
     KeepPluginsQuiet();

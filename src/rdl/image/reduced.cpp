@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::int64_t MostWhole = 16'000'000;  // pixels
 
-// By how much both sides shrink: no more than needed, and they stay twice as long as those of the place. 1:
-// not at all.
+// Returns the number by which both sides are divided, 1 for none. It is no larger than needed, and the sides
+// stay twice as long as those of the place.
 int Reduction(int width, int height, const QSize& pixels) {
     const int most =
         std::min(width / std::max(1, 2 * pixels.width()), height / std::max(1, 2 * pixels.height()));

@@ -93,7 +93,7 @@ void ForEachText(const PlanList& items, const Visit& visit) {
 // One body with its margins. Plans live here because instances made later still need them.
 class BuiltSection final : public SectionInstance {
  public:
-    // `endsWithItems`: the space below the last item is none of the body.
+    // `endsWithItems`: the space below the last item is not a part of the body.
     BuiltSection(const Section& definition, Planner& planner, const Programs& programs, Evaluator& evaluator,
                  ItemBuilder& builder, bool endsWithItems)
         : m_evaluator(evaluator),

@@ -31,7 +31,7 @@ std::string TextsOf(const Definition& definition, const std::string& source) {
     return texts;
 }
 
-// As Lookup and DataSets! do, and the aggregates of a variable.
+// Whether the expressions name the data set, as Lookup, DataSets! and the aggregates of a variable do.
 bool Names(const std::string& lowerTexts, const DataSet& set) {
     const std::string name = LowerAscii(set.name);
     return lowerTexts.find("\"" + name + "\"") != std::string::npos ||

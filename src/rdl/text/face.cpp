@@ -32,7 +32,7 @@ FT_Library Library() {
 }
 
 constexpr char32_t CharacterCount = 0x110000;
-// Metrics of fonts that do not tell: a little below the line, a third above it.
+// Metrics of fonts that state none: a little below the line, a third above it.
 constexpr double UsualUnderline = 0.1;
 constexpr double UsualThickness = 0.05;
 constexpr double UsualStrike = 0.3;

@@ -73,7 +73,7 @@ FontId Match(const FontRequest& request) {
 Matching& SubstitutesOf(FontId font) {
     std::unique_ptr<Matching>& matching = Table().substitutesOf.at(static_cast<std::size_t>(font));
     if (!matching) {
-        // Not by the request that the font was first found for, which differs with what ran before.
+        // The request that the font was first found for would not do: it depends on the reports before.
         const FontFile& file = File(font);
         matching = std::make_unique<Matching>(
             FontRequest{file.family, file.bold || file.syntheticBold, file.italic || file.syntheticItalic});

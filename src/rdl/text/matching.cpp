@@ -16,7 +16,7 @@ const FcChar8* Name(const std::string& family) {
     return reinterpret_cast<const FcChar8*>(family.c_str());
 }
 
-// What fontconfig takes a family for: the first of its generic names, sans-serif when it knows nothing of it.
+// Whether fontconfig takes the family for a sans-serif one, as it does with families that it does not know.
 bool IsSans(const std::string& family) {
     const std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(),
                                                                           FcPatternDestroy);

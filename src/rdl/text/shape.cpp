@@ -12,7 +12,7 @@ namespace rdl::text {
 
 namespace {
 
-// A character with what is known of it before glyphs are chosen.
+// A character with its properties before glyphs are chosen.
 struct Unit {
     char32_t character;
     std::uint32_t begin, end;  // bytes
@@ -20,7 +20,7 @@ struct Unit {
     FriBidiLevel level = 0;  // odd: right to left
     bool shaped;
     hb_script_t script = HB_SCRIPT_COMMON;
-    char32_t composed;  // with the letter and marks before it
+    char32_t composed;  // with the base character and marks before it
 };
 
 bool IsSimple(std::string_view utf8) {
@@ -32,7 +32,7 @@ bool IsNonSpacingMark(char32_t character) {
            HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK;
 }
 
-// Returns the composed form of a letter with the marks after it if there is one, else the character itself.
+// Returns the composed form of a base character and the marks after it if there is one, else the character.
 char32_t Composed(const std::vector<Unit>& before, char32_t character) {
     hb_codepoint_t composed = 0;
     const bool is =
@@ -41,7 +41,7 @@ char32_t Composed(const std::vector<Unit>& before, char32_t character) {
     return is ? composed : character;
 }
 
-// The last letter and its marks go to a font that has them all.
+// The last base character and its marks go to a font that has them all.
 void MoveLetter(std::vector<Unit>& units, FontId font) {
     constexpr std::size_t MostMarks = 16;  // more are no writing, only work
     const std::size_t least = units.size() > MostMarks ? units.size() - MostMarks : 0;

@@ -39,7 +39,7 @@ RunBounds Completed(RunBounds bounds) {
     return bounds;
 }
 
-std::string Told(std::chrono::milliseconds time) {
+std::string DurationText(std::chrono::milliseconds time) {
     const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time);
     return minutes == time ? std::to_string(minutes.count()) + " minutes"
                            : std::to_string(time.count()) + " milliseconds";
@@ -82,11 +82,11 @@ void RunWatch::CheckBounds() {
         return;
     }
     if (m_waiting > 0 && m_data + (now - m_dataBegin) > m_bounds.data) {
-        throw Error("The data of the report takes longer than " + Told(m_bounds.data));
+        throw Error("The data of the report takes longer than " + DurationText(m_bounds.data));
     }
     if (m_working > 0) {
         if (m_work + ProcessorTime() - m_workBegin > m_bounds.work) {
-            throw Error("The report takes more than " + Told(m_bounds.work) + " of the processor");
+            throw Error("The report takes more than " + DurationText(m_bounds.work) + " of the processor");
         }
         if ((m_bytes + MemoryInUse() - m_bytesBegin) >> 20 > m_bounds.megabytes) {
             throw Error("The report takes more than " + std::to_string(m_bounds.megabytes) + " MB of memory");

@@ -15,8 +15,8 @@
 
 namespace rdl {
 
-// The first `most` bytes of a file, or all when there are less. When it cannot be read `failure` takes the
-// machine's own words for it, without ', and nothing is returned.
+// Returns the first `most` bytes of a file, or all if there are fewer. If it cannot be read, sets `failure`
+// to the machine's own words for it, without ', and returns an empty text.
 inline std::string ReadBytes(const std::filesystem::path& path, std::uintmax_t most, std::string& failure) {
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat facts {};

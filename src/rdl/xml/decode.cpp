@@ -57,7 +57,7 @@ Encoding EncodingOf(std::string_view bytes) {
     return encoding;
 }
 
-// In pieces: a text of QString's would be in memory as well.
+// Converts pieces, because the whole text as a QString would be in memory too.
 void Convert(std::string_view bytes, QStringDecoder& decoder, QStringEncoder& encoder,
              const std::string& encoding, std::string& text) {
     for (; !bytes.empty(); bytes.remove_prefix(std::min(ChunkSize, bytes.size()))) {

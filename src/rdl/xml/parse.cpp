@@ -82,7 +82,7 @@ const char* WhatIsWrong(pugi::xml_parse_status status) {
     }
 }
 
-// Lines of ascending places, so that a text is gone through once.
+// Returns the lines of ascending places, and reads the text once.
 class LineCounter {
  public:
     explicit LineCounter(std::string_view text) : m_text(text) {}
@@ -168,7 +168,8 @@ class TreeBuilder {
                                 : "it is cut off; the last element that it begins is " + Quoted(last));
     }
 
-    // Of what was read before an error; empty when there is none. Raises Flaw when it lies too deep.
+    // Returns the name of the last element that was read before an error; empty if there is none. Raises Flaw
+    // if it is too deep.
     std::string_view LastElement(const pugi::xml_document& parsed) {
         std::string_view last;
         int depth = 0;

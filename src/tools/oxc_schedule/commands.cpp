@@ -29,7 +29,7 @@ struct Handler {
 
 void ShowPlace(const CommandLine& line) {
     const std::string folder = paths::ForUser(AppPath());
-    Tell(line, "The application folder is " + folder + ".\n", {{"folder", Json(folder)}});
+    PrintChange(line, "The application folder is " + folder + ".\n", {{"folder", Json(folder)}});
 }
 
 constexpr std::array Handlers = {
@@ -119,7 +119,7 @@ void RefuseOtherArguments(const CommandLine& line) {
 }
 
 // A failure to read is as bad as no poll, and a monitor gets it in its own form.
-int TellStatus(const CommandLine& line) {
+int PrintStatus(const CommandLine& line) {
     CheckStatusOptions(line);
     try {
         StartUp(Needs::ToRead);
@@ -142,7 +142,7 @@ int RunScheduleCommand(const CommandLine& line) {
         return 0;
     }
     if (line.command == "status") {
-        return TellStatus(line);
+        return PrintStatus(line);
     }
     RefuseOtherArguments(line);
     const auto* const handler = std::find_if(Handlers.begin(), Handlers.end(), [&line](const Handler& one) {

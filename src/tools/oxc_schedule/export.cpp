@@ -80,7 +80,7 @@ void ExportAll(const CommandLine& line) {
                     line.Has("with-passwords") ? AtomicFile::Readers::Owner : AtomicFile::Readers::Mask);
     file.Write(QJsonDocument(all).toJson().toStdString());
     file.Commit();
-    Tell(line, "", {{"file", Json(line.names.front())}});
+    PrintChange(line, "", {{"file", Json(line.names.front())}});
 }
 
 }  // namespace tools

@@ -75,8 +75,8 @@ void AddFolder(const CommandLine& line) {
         parent = FindFolder(line.ValueOr("in", RootFolder));
         Global::InsertFolder(connection, name, parent == RootFolder ? "0" : FindChangeable(parent).id);
     });
-    Tell(line, "The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n",
-         {{"name", Json(name)}, {"in", Json(parent)}});
+    PrintChange(line, "The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n",
+                {{"name", Json(name)}, {"in", Json(parent)}});
 }
 
 void RenameStoredFolder(const CommandLine& line) {
@@ -89,8 +89,8 @@ void RenameStoredFolder(const CommandLine& line) {
             Global::RenameFolder(connection, folder.name, name);
         }
     });
-    Tell(line, "The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n",
-         {{"name", Json(name)}, {"in", Json(folder.parent)}, {"former", Json(folder.name)}});
+    PrintChange(line, "The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n",
+                {{"name", Json(name)}, {"in", Json(folder.parent)}, {"former", Json(folder.name)}});
 }
 
 void RemoveFolder(const CommandLine& line) {
@@ -100,8 +100,8 @@ void RemoveFolder(const CommandLine& line) {
         RefuseFilled(folder);
         Global::DeleteFolder(connection, folder.id);
     });
-    Tell(line, "The folder " + Quoted(folder.name) + " is removed.\n",
-         {{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
+    PrintChange(line, "The folder " + Quoted(folder.name) + " is removed.\n",
+                {{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
 }
 
 }  // namespace tools

@@ -292,7 +292,8 @@ void ImportAll(const CommandLine& line) {
     const ImportedItems items = ReadImport(ReadFile(line.names.front()), FormerItems());
     const Plan plan = PlanOf(items, line.Has("replace"));
     if (line.Has("dry-run")) {
-        return Tell(line, plan.text + "Nothing is changed.\n", {{"changed", false}, {"items", plan.items}});
+        return PrintChange(line, plan.text + "Nothing is changed.\n",
+                           {{"changed", false}, {"items", plan.items}});
     }
     InTransaction([&](ADODB::Connection& connection, CacheChange& cache) {
         Plan now = PlanOf(items, line.Has("replace"));
@@ -301,7 +302,7 @@ void ImportAll(const CommandLine& line) {
         }
         Write(connection, cache, now);
     });
-    Tell(line, plan.text, {{"changed", true}, {"items", plan.items}});
+    PrintChange(line, plan.text, {{"changed", true}, {"items", plan.items}});
 }
 
 }  // namespace tools

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The command that tells what runs in the coming days.
+// The command that prints what runs in the coming days.
 #include <algorithm>
 #include <optional>
 

@@ -60,8 +60,9 @@ void SetOptions(const CommandLine& line) {
         Save("AlertWho", who);
         Global::AlertWho = who;
     }
-    Tell(line, "The options are stored. A running scheduler takes them at its next start, or with SIGHUP.\n",
-         Describe());
+    PrintChange(line,
+                "The options are stored. A running scheduler takes them at its next start, or with SIGHUP.\n",
+                Describe());
 }
 
 }  // namespace tools

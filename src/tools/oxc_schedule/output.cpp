@@ -25,7 +25,7 @@ void Print(const QJsonObject& object) {
     Print(QJsonDocument(object).toJson().toStdString());
 }
 
-void Tell(const CommandLine& line, const std::string& text, const QJsonObject& object) {
+void PrintChange(const CommandLine& line, const std::string& text, const QJsonObject& object) {
     try {
         if (line.Has("json")) {
             Print(object);

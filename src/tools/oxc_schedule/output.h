@@ -35,7 +35,7 @@ void Print(const QJsonArray& array);
 void Print(const QJsonObject& object);
 // Prints what a command has changed: the text, or with --json the object. If that fails, the complaint says
 // that the change is made.
-void Tell(const CommandLine& line, const std::string& text, const QJsonObject& object);
+void PrintChange(const CommandLine& line, const std::string& text, const QJsonObject& object);
 // Prints rows in columns with two blanks between them; the first row is the heading. A control character
 // becomes a blank.
 void PrintTable(const std::vector<std::vector<std::string>>& rows);

@@ -184,7 +184,8 @@ void AddPackage(const CommandLine& line) {
         package.id = std::to_string(keys.package);
         InsertPackageRows(connection, package, keys);
     });
-    Tell(line, Shown(package) + " is added. " + FirstRunText(ItemOf(package.row)) + "\n", Result(package));
+    PrintChange(line, Shown(package) + " is added. " + FirstRunText(ItemOf(package.row)) + "\n",
+                Result(package));
 }
 
 void SetPackage(const CommandLine& line) {
@@ -202,7 +203,8 @@ void SetPackage(const CommandLine& line) {
     });
     QJsonObject result = Result(package);
     result.insert("report", Json(report.title));
-    Tell(line, Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n", result);
+    PrintChange(line, Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n",
+                result);
 }
 
 void RemovePackage(const CommandLine& line) {
@@ -211,10 +213,10 @@ void RemovePackage(const CommandLine& line) {
         package = FindPackage(line);
         Global::DeletePackage(connection, package.id);
     });
-    Tell(line, Shown(package) + " is removed.\n", Result(package));
+    PrintChange(line, Shown(package) + " is removed.\n", Result(package));
 }
 
-// As the Desktop does: a package without reports goes, too.
+// Also deletes a package that is left without reports, as the Desktop does.
 void RemovePackageReport(const CommandLine& line) {
     const std::string named = RequiredOption(line, "report");
     StoredPackage package;
@@ -233,10 +235,10 @@ void RemovePackageReport(const CommandLine& line) {
     QJsonObject result = Result(package);
     result.insert("report", Json(title));
     result.insert("removed", isGone);
-    Tell(line,
-         Shown(package) + " has no report " + Quoted(title) + " any more" +
-             (isGone ? ". It was the last one: the package is removed.\n" : ".\n"),
-         result);
+    PrintChange(line,
+                Shown(package) + " has no report " + Quoted(title) + " any more" +
+                    (isGone ? ". It was the last one: the package is removed.\n" : ".\n"),
+                result);
 }
 
 void RunStoredPackage(const CommandLine& line) {
@@ -245,7 +247,7 @@ void RunStoredPackage(const CommandLine& line) {
     if (!Global::ExecutePackage(package.id)) {
         Refuse(boxes.Complaint("Package " + package.id + " is not delivered"));
     }
-    Tell(line, boxes.Information(), Result(package));
+    PrintChange(line, boxes.Information(), Result(package));
 }
 
 // A failure is stored under the package that was delivered before it in the same poll, or under none.

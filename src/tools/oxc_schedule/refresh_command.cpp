@@ -35,9 +35,10 @@ void RefreshSchedule(const CommandLine& line) {
         cache.Copy(stored.row.originalPath);
         ReplaceValues(connection, stored.id, values);
     });
-    Tell(line,
-         "Schedule " + stored.id + ", " + Named(stored.row) + ", is refreshed." + OthersOf(stored) + "\n",
-         Result(stored));
+    PrintChange(
+        line,
+        "Schedule " + stored.id + ", " + Named(stored.row) + ", is refreshed." + OthersOf(stored) + "\n",
+        Result(stored));
 }
 
 }  // namespace tools

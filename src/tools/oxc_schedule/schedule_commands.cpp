@@ -173,10 +173,10 @@ void AddSchedule(const CommandLine& line) {
         schedule.id = std::to_string(NextKey("ReportScheduler"));
         InsertScheduleRows(connection, schedule);
     });
-    Tell(line,
-         "Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. " +
-             FirstRunText(ItemOf(schedule.row)) + "\n",
-         Result(schedule));
+    PrintChange(line,
+                "Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. " +
+                    FirstRunText(ItemOf(schedule.row)) + "\n",
+                Result(schedule));
 }
 
 void SetSchedule(const CommandLine& line) {
@@ -192,10 +192,10 @@ void SetSchedule(const CommandLine& line) {
             ReplaceValues(connection, stored.id, values);
         }
     });
-    Tell(line,
-         "Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
-             ", is changed.\n",
-         Result(stored.id, change.title, change.parent, stored.row.nextRun));
+    PrintChange(line,
+                "Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " +
+                    Quoted(change.parent) + ", is changed.\n",
+                Result(stored.id, change.title, change.parent, stored.row.nextRun));
 }
 
 void RemoveSchedule(const CommandLine& line) {
@@ -204,8 +204,8 @@ void RemoveSchedule(const CommandLine& line) {
         stored = FindSchedule(line);
         Global::DeleteSchedule(connection, stored.id);
     });
-    Tell(line, "Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n",
-         Result(stored));
+    PrintChange(line, "Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n",
+                Result(stored));
 }
 
 void RunSchedule(const CommandLine& line) {
@@ -222,7 +222,7 @@ void RunSchedule(const CommandLine& line) {
     if (!isDelivered) {
         Refuse(boxes.Complaint("Schedule " + stored.id + " is not delivered"));
     }
-    Tell(line, boxes.Information(), Result(stored));
+    PrintChange(line, boxes.Information(), Result(stored));
 }
 
 }  // namespace tools

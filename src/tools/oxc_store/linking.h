@@ -10,7 +10,7 @@ namespace tools {
 
 // What happens while a scheduler runs in the file's folder: it would go on with the former store, and mail
 // again what has been mailed there.
-enum class IfRunning { Refuse, GoOn };
+enum class IfRunning { Refuse, Continue };
 
 // Writes the link to the file, readable by its owner only, after the store has been opened once. A database
 // in its place is renamed to <file>.embedded. Raises an error if that name is taken, if another program has

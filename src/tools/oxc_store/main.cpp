@@ -27,7 +27,7 @@ void Copy(const tools::StorePlace& from, const tools::StorePlace& to) {
 }
 
 tools::IfRunning IfRunning(const tools::StoreArguments& arguments) {
-    return arguments.isForced ? tools::IfRunning::GoOn : tools::IfRunning::Refuse;
+    return arguments.isForced ? tools::IfRunning::Continue : tools::IfRunning::Refuse;
 }
 
 void LinkFile(const tools::StoreArguments& arguments) {

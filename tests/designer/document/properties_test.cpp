@@ -15,8 +15,8 @@
 namespace designer {
 namespace {
 
-const Property& Find(std::string_view element, std::string_view name, bool isOlder = false) {
-    for (const Property* property : PropertiesOf(element, isOlder)) {
+const Property& Find(std::string_view element, std::string_view name, Schemas schemas = Schemas::Newer) {
+    for (const Property* property : PropertiesOf(element, schemas)) {
         if (property->name == name) {
             return *property;
         }
@@ -113,18 +113,18 @@ TEST(Properties, OfTheOlderSchemasAreWhereTheseHaveThem) {
         "<Body><ReportItems><Textbox Name='A'><Value>x</Value></Textbox></ReportItems></Body></Report>");
     ASSERT_TRUE(IsOlderSchema(document));
     const ElementId box = document.Find(document.Root(), "Body/ReportItems/Textbox");
-    SetValue(document, box, Find("Textbox", "Font size", true), "9pt");
-    SetValue(document, box, Find("Textbox", "Left border colour", true), "Red");
-    SetValue(document, box, Find("Textbox", "Value", true), "=1");
-    SetValue(document, document.Root(), Find("Report", "Page width", true), "20cm");
+    SetValue(document, box, Find("Textbox", "Font size", Schemas::Older), "9pt");
+    SetValue(document, box, Find("Textbox", "Left border colour", Schemas::Older), "Red");
+    SetValue(document, box, Find("Textbox", "Value", Schemas::Older), "=1");
+    SetValue(document, document.Root(), Find("Report", "Page width", Schemas::Older), "20cm");
     EXPECT_EQ(document.Text(),
               "<Report xmlns='http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition'>"
               "<Body><ReportItems><Textbox "
               "Name='A'><Value>=1</Value><Style><BorderColor><Left>Red</Left></BorderColor>"
               "<FontSize>9pt</FontSize></Style></Textbox></ReportItems></Body><PageWidth>20cm</PageWidth></"
               "Report>");
-    EXPECT_EQ(ValueOf(document, box, Find("Textbox", "Left border colour", true)).text, "Red");
-    for (const Property* property : PropertiesOf("Rectangle", true)) {
+    EXPECT_EQ(ValueOf(document, box, Find("Textbox", "Left border colour", Schemas::Older)).text, "Red");
+    for (const Property* property : PropertiesOf("Rectangle", Schemas::Older)) {
         EXPECT_NE(property->name, "Page break");
     }
 }
@@ -201,7 +201,8 @@ TEST(Properties, OfAnElementHaveNamesAndPathsOfTheirOwn) {
     for (const std::string_view element : ElementsWithProperties()) {
         for (const bool isOlder : {false, true}) {
             std::set<std::string> names, paths;
-            for (const Property* property : PropertiesOf(element, isOlder)) {
+            for (const Property* property :
+                 PropertiesOf(element, isOlder ? Schemas::Older : Schemas::Newer)) {
                 const std::string category(property->category);
                 EXPECT_TRUE(names.insert(category + "/" + std::string(property->name)).second)
                     << element << ": " << property->name;
@@ -333,7 +334,8 @@ TEST(Properties, AreAllThatTheEngineReads) {
     std::set<std::string> steps;
     for (const std::string_view element : ElementsWithProperties()) {
         for (const bool isOlder : {false, true}) {
-            for (const Property* property : PropertiesOf(element, isOlder)) {
+            for (const Property* property :
+                 PropertiesOf(element, isOlder ? Schemas::Older : Schemas::Newer)) {
                 std::string path(isOlder && !property->olderPath.empty() ? property->olderPath
                                                                          : property->path);
                 std::replace(path.begin(), path.end(), ':', '/');

@@ -102,8 +102,7 @@ class RandomEditor {
 
     void ChangeProperty() {
         const ElementId element = AnyElement();
-        const std::vector<const Property*> properties =
-            PropertiesOf(m_document.Name(element), IsOlderSchema(m_document));
+        const std::vector<const Property*> properties = PropertiesOf(m_document, element);
         if (properties.empty()) {
             return;
         }

@@ -67,7 +67,7 @@ class AllDialogs : public testing::Test {
     std::map<std::string, Make> Dialogs() {
         return {{"source", [this] { return new DataSourceDialog(m_model); }},
                 {"set", [this] { return new DataSetDialog(m_model); }},
-                {"parameters", [this] { return new ParametersDialog(m_model, {}, false); }},
+                {"parameters", [this] { return new ParametersDialog(m_model); }},
                 {"page", [this] { return new PageDialog(m_model); }},
                 {"pictures", [this] { return new PicturesDialog(m_model, {}); }},
                 {"code", [this] { return new CodeDialog(m_model); }},

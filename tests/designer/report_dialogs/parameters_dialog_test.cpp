@@ -78,9 +78,7 @@ const std::string Both = ReportWith(Parameters + Cells);
 class ParametersDialogTest : public test::ShownDialogTest {
  protected:
     ParametersDialogTest() : m_model(Document(Both)) { Open(); }
-    void Open(const char* name = "", bool isNew = false) {
-        Show(std::make_unique<ParametersDialog>(m_model, name, isNew));
-    }
+    void Open() { Show(std::make_unique<ParametersDialog>(m_model)); }
     void Use(const std::string& report) {
         m_model.SetDocument(Document(report));
         Open();

@@ -117,7 +117,8 @@ class TableEditor {
                 break;
             }
             case 7:
-                DeleteGroup(m_document, region, axis, AnyGroup(region, axis), Pick(2) == 0);
+                DeleteGroup(m_document, region, axis, AnyGroup(region, axis),
+                            Pick(2) == 0 ? OwnTracks::Go : OwnTracks::Stay);
                 break;
             case 8:
                 AddTotal(m_document, region, axis, AnyGroup(region, axis), side);

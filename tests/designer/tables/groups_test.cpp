@@ -117,11 +117,12 @@ TEST(Groups, AGroupIsDeletedWithOrWithoutItsRows) {
                With(before, "<TablixMember><Group Name=\"Details\"/></TablixMember>",
                     "<TablixMember></TablixMember>"),
                "Delete group", [](Document& document, ElementId table) {
-                   DeleteGroup(document, table, Axis::Rows, GroupNamed(document, table, "Details"), false);
+                   DeleteGroup(document, table, Axis::Rows, GroupNamed(document, table, "Details"),
+                               OwnTracks::Stay);
                });
     Document document(before);
     DeleteGroup(document, Region(document), Axis::Rows, GroupNamed(document, Region(document), "Details"),
-                true);
+                OwnTracks::Go);
     EXPECT_EQ(TablixShape(document, Region(document)).Count(Axis::Rows), 1u);
 }
 

@@ -76,11 +76,11 @@ TEST(OlderMatrix, GroupsAreAddedAroundAndWithin) {
 TEST(OlderMatrix, TheLastGroupOfASideStays) {
     ExpectEdit(MatrixReport(Rows("Q") + Rows("R")), MatrixReport(Rows("R")), "Delete group",
                [](Document& document, ElementId matrix) {
-                   DeleteGroup(document, matrix, Axis::Rows, GroupOfRows(document, "Q"), false);
+                   DeleteGroup(document, matrix, Axis::Rows, GroupOfRows(document, "Q"), OwnTracks::Stay);
                });
     ExpectRefusal(MatrixReport(Rows("R")), "The matrix has no other group of rows",
                   [](Document& document, ElementId matrix) {
-                      DeleteGroup(document, matrix, Axis::Rows, GroupOfRows(document, "R"), true);
+                      DeleteGroup(document, matrix, Axis::Rows, GroupOfRows(document, "R"), OwnTracks::Go);
                   });
 }
 

@@ -62,17 +62,17 @@ TEST_F(ServiceNotify, WithoutAManagerNothingHappens) {
     ServiceManager manager;
     EXPECT_FALSE(manager.IsThere());
     EXPECT_EQ(manager.Patience().count(), 0);
-    manager.TellReady();
-    manager.ShowLife();
+    manager.NotifyReady();
+    manager.NotifyAlive();
 }
 
 TEST_F(ServiceNotify, AssignmentsAreOneDatagram) {
     ListenInFolder();
     ServiceManager manager;
     EXPECT_TRUE(manager.IsThere());
-    manager.Tell("STOPPING=1\nSTATUS=Ends");
-    manager.TellStatus("Two\nlines");
-    manager.TellStatus(std::string(20'000, 'x'));
+    manager.Notify("STOPPING=1\nSTATUS=Ends");
+    manager.NotifyStatus("Two\nlines");
+    manager.NotifyStatus(std::string(20'000, 'x'));
     EXPECT_EQ(Heard(),
               (Texts{"STOPPING=1\nSTATUS=Ends", "STATUS=Two lines", "STATUS=" + std::string(500, 'x')}));
 }
@@ -80,15 +80,15 @@ TEST_F(ServiceNotify, AssignmentsAreOneDatagram) {
 TEST_F(ServiceNotify, SocketCanHaveANameWithoutAFile) {
     Listen("@oxc-test-" + std::to_string(getpid()));
     ServiceManager manager;
-    manager.TellReady();
+    manager.NotifyReady();
     EXPECT_EQ(Heard(), Texts{"READY=1"});
 }
 
 TEST_F(ServiceNotify, NameThatNoSocketHasIsIgnored) {
     setenv("NOTIFY_SOCKET", ("/" + std::string(200, 'x')).c_str(), 1);
-    ServiceManager().TellReady();
+    ServiceManager().NotifyReady();
     setenv("NOTIFY_SOCKET", "vsock:2:1", 1);
-    ServiceManager().TellReady();
+    ServiceManager().NotifyReady();
 }
 
 TEST_F(ServiceNotify, SignsOfLifeAreForThoseWhoWatchThisProcess) {
@@ -96,18 +96,18 @@ TEST_F(ServiceNotify, SignsOfLifeAreForThoseWhoWatchThisProcess) {
     Watch("2000000", "1");
     ServiceManager other;
     EXPECT_EQ(other.Patience().count(), 0);
-    other.TellReady();
-    other.ShowLife();
+    other.NotifyReady();
+    other.NotifyAlive();
     other.BeginLongSteps();
     other.EndLongSteps();
     EXPECT_EQ(Heard(), Texts{"READY=1"});
     Watch("2000000", std::to_string(getpid()));
     ServiceManager own;
     EXPECT_EQ(own.Patience().count(), 2000000);
-    own.ShowLife();
+    own.NotifyAlive();
     EXPECT_EQ(Heard(), Texts{});  // not before it is ready
-    own.TellReady();
-    own.ShowLife();
+    own.NotifyReady();
+    own.NotifyAlive();
     EXPECT_EQ(Heard(), (Texts{"READY=1", "WATCHDOG=1"}));
 }
 
@@ -115,9 +115,9 @@ TEST_F(ServiceNotify, ManagerWaitsForALongStepAndThenAsBefore) {
     ListenInFolder();
     Watch("2000000", "");
     ServiceManager manager;
-    manager.TellReady();
+    manager.NotifyReady();
     manager.BeginLongSteps();
-    manager.ShowLife();
+    manager.NotifyAlive();
     manager.EndLongSteps();
     EXPECT_EQ(Heard(), (Texts{"READY=1", "WATCHDOG_USEC=14400000000", "WATCHDOG=1", "WATCHDOG=1",
                               "WATCHDOG_USEC=2000000", "WATCHDOG=1"}));
@@ -127,7 +127,7 @@ TEST_F(ServiceNotify, LongStepBeforeReadinessProlongsTheStart) {
     ListenInFolder();
     ServiceManager manager;
     manager.BeginLongSteps();
-    manager.ShowLife();
+    manager.NotifyAlive();
     manager.EndLongSteps();
     EXPECT_EQ(Heard(), (Texts{"EXTEND_TIMEOUT_USEC=14400000000", "EXTEND_TIMEOUT_USEC=14400000000"}));
 }

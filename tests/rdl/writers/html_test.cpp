@@ -118,9 +118,9 @@ TEST(Html, TextsOfRightToLeftBoxesStandAtTheRight) {
 TEST(Html, MessageOfATableWithoutRowsHasItsLetters) {
     auto table = Rows(0);
     table->noRowsMessage = "Nothing <sold>";
-    auto letters = std::make_shared<layout::CharStyle>();
-    letters->bold = true;
-    table->noRowsStyle = letters;
+    auto textStyle = std::make_shared<layout::CharStyle>();
+    textStyle->bold = true;
+    table->noRowsStyle = textStyle;
     const std::string html = Html(SampleReport({TableItem(table)}));
     EXPECT_TRUE(Has(html, "\">Nothing &lt;sold&gt;</p>"));
     EXPECT_TRUE(Has(html, "font-weight:"));

@@ -211,9 +211,9 @@ TEST(Rtf, RectanglesWithinOthersHaveBookmarksToo) {
 TEST(Rtf, MessageOfATableWithoutRowsHasItsLetters) {
     auto table = Rows(0);
     table->noRowsMessage = "Nothing";
-    auto letters = std::make_shared<layout::CharStyle>();
-    letters->bold = true;
-    table->noRowsStyle = letters;
+    auto textStyle = std::make_shared<layout::CharStyle>();
+    textStyle->bold = true;
+    table->noRowsStyle = textStyle;
     EXPECT_THAT(Rtf(SampleReport({TableItem(table)})), HasSubstr("\\b\\cf1 Nothing\\par"));
 }
 

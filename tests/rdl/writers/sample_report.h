@@ -33,10 +33,10 @@ inline layout::Instance TextItem(const std::string& text, double x = 0, double y
     item.width = width;
     item.height = height;
     static const auto box = std::make_shared<const layout::BoxStyle>();
-    static const auto letters = std::make_shared<const layout::CharStyle>();
+    static const auto textStyle = std::make_shared<const layout::CharStyle>();
     item.box = box;
     item.paragraphs.resize(1);
-    item.paragraphs[0].runs.push_back({text, letters, {}});
+    item.paragraphs[0].runs.push_back({text, textStyle, {}});
     return item;
 }
 

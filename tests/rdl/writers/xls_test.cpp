@@ -433,9 +433,9 @@ TEST(Xls, ColoursKeepTheirRedAndBlue) {
     box.top = {layout::LineStyle::Solid, 0xFFA0B0C0, 1};
     box.bottom = {layout::LineStyle::Solid, 0xFFD0E0F0, 1};
     item.box = std::make_shared<const layout::BoxStyle>(box);
-    layout::CharStyle letters;
-    letters.color = 0xFF010203;
-    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(letters);
+    layout::CharStyle textStyle;
+    textStyle.color = 0xFF010203;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(textStyle);
     EXPECT_EQ(Ask(Workbook(SampleReport({item})),
                   "x = b.xf_list[s.cell_xf_index(0, 0)]\nm = b.colour_map\n"
                   "print(m[x.background.pattern_colour_index], m[b.font_list[x.font_index].colour_index])\n"

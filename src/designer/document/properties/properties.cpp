@@ -178,18 +178,22 @@ std::string Expected(const Property& property, std::string_view value, std::stri
 
 }  // namespace
 
-std::vector<const Property*> PropertiesOf(std::string_view element, bool isOlder) {
+std::vector<const Property*> PropertiesOf(std::string_view element, Schemas schemas) {
     std::vector<const Property*> properties;
     ForEachGroup([&](const PropertyGroup& group) {
         if (HasWord(group.elements, element)) {
             for (const Property& property : group.properties) {
-                if (PathIn(property, isOlder) != NotThere) {
+                if (PathIn(property, schemas == Schemas::Older) != NotThere) {
                     properties.push_back(&property);
                 }
             }
         }
     });
     return properties;
+}
+
+std::vector<const Property*> PropertiesOf(const Document& document, ElementId element) {
+    return PropertiesOf(document.Name(element), IsOlderSchema(document) ? Schemas::Older : Schemas::Newer);
 }
 
 std::vector<std::string_view> ElementsWithProperties() {

@@ -48,9 +48,13 @@ struct Property {
     bool isOfEach = false;
 };
 
+enum class Schemas { Older, Newer };  // of 2003 and 2005; later ones
+
 // Returns the properties of elements of this name in the order in which a user looks for them, none if it has
 // none. The pointers stay valid.
-std::vector<const Property*> PropertiesOf(std::string_view element, bool isOlder);
+std::vector<const Property*> PropertiesOf(std::string_view element, Schemas schemas);
+// The same for an element of a report.
+std::vector<const Property*> PropertiesOf(const Document& document, ElementId element);
 // Returns the names of all elements that have properties.
 std::vector<std::string_view> ElementsWithProperties();
 

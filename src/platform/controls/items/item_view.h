@@ -93,7 +93,7 @@ class ItemView : public View {
             return;
         }
         const QPersistentModelIndex before = SelectedIndex();
-        if (!AnsweredHere(*event)) {
+        if (!HandlesKey(*event)) {
             View::keyPressEvent(event);
             if (alive && SelectedIndex().isValid() && SelectedIndex() != before) {
                 m_events.ItemClicked();
@@ -118,7 +118,7 @@ class ItemView : public View {
 
  private:
     // Handles the keys that mean the same in every view.
-    bool AnsweredHere(QKeyEvent& event) {
+    bool HandlesKey(QKeyEvent& event) {
         const QModelIndex selected = SelectedIndex();
         switch (event.key()) {
             case Qt::Key_F2:

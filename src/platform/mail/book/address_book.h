@@ -31,7 +31,7 @@ class AddressBook {
     Mailbox Resolve(const std::string& nameOrAddress);
 
  private:
-    struct LettersBefore {
+    struct TextLess {
         bool operator()(std::string_view left, std::string_view right) const {
             return CompareText(left, right) < 0;
         }
@@ -40,7 +40,7 @@ class AddressBook {
     std::filesystem::path m_file;
     std::optional<std::vector<AddressEntry>> m_entries;
     // The indexes of the entries by their names and nicknames, without the mark '.
-    std::multimap<std::string, std::size_t, LettersBefore> m_names;
+    std::multimap<std::string, std::size_t, TextLess> m_names;
 };
 
 // Shows the entries and returns the chosen ones, at most one with MAPI::Choice::One. Returns nullopt if the

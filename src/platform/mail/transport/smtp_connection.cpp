@@ -17,7 +17,7 @@ std::size_t Drop(char*, std::size_t size, std::size_t count, void*) {
     return size * count;
 }
 
-int GoOn(void* context, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+int ContinueUnlessStopped(void* context, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
     return static_cast<const std::stop_token*>(context)->stop_requested() ? 1 : 0;
 }
 
@@ -88,7 +88,7 @@ void SmtpConnection::AwaitFinalAnswer() {
 int SmtpConnection::Listen(CURL* curl, curl_infotype kind, char* data, std::size_t size, void* context) {
     auto& connection = *static_cast<SmtpConnection*>(context);
     if (kind == CURLINFO_HEADER_OUT) {
-        connection.m_talk.Said({data, size});
+        connection.m_talk.CommandSent({data, size});
     } else if (kind == CURLINFO_HEADER_IN) {
         connection.m_talk.Heard({data, size});
         if (connection.m_talk.IsPutOff()) {
@@ -124,7 +124,7 @@ void SmtpConnection::SetListener() {
     curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, m_detail);
     if (m_stop.stop_possible()) {
         curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
-        curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, GoOn);
+        curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, ContinueUnlessStopped);
         curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &m_stop);
         // A stop request does not wait for a silent name service.
         curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);

@@ -53,7 +53,7 @@ std::string Answer(const SmtpTalk& talk) {
     return talk.Reply().empty() ? std::string() : " It answered: " + Shown(talk.Reply());
 }
 
-// Returns all refused recipients, because the message went to none of them.
+// Returns the names of the refused recipients, which are all recipients of the message.
 std::string Refused(const SmtpTalk& talk) {
     std::string names;
     for (const MAPI::Refusal& refusal : talk.Refusals()) {

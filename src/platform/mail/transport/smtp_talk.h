@@ -15,10 +15,10 @@ class SmtpTalk {
  public:
     enum class Stage { Greeting, Hello, StartTls, Login, Sender, Recipient, Content };
 
-    void Said(std::string_view command) {
+    void CommandSent(std::string_view command) {
         const std::string_view verb = command.substr(0, 4);
         if (verb == "QUIT") {
-            m_over = true;  // said after a failure too: the answer before it is the one that tells
+            m_over = true;  // also sent after a failure, and then the answer before it counts
             return;
         }
         m_code = 0;
@@ -67,7 +67,7 @@ class SmtpTalk {
 
     void ContentGiven() {
         m_contentGiven = true;
-        if (m_code == GoOn) {
+        if (m_code == StartInput) {
             m_code = 0;  // that was the answer to DATA; the one to the content is still to come
             m_reply.clear();
         }
@@ -93,7 +93,7 @@ class SmtpTalk {
         if (m_stage == Stage::Login) {
             return m_code / 100 != 2 && m_code != Challenge;
         }
-        return m_stage == Stage::Content && !m_contentGiven ? m_code != GoOn : m_code / 100 != 2;
+        return m_stage == Stage::Content && !m_contentGiven ? m_code != StartInput : m_code / 100 != 2;
     }
     // The whole message has been given, and its answer is not there yet.
     bool IsContentGiven() const { return m_contentGiven; }
@@ -103,7 +103,7 @@ class SmtpTalk {
 
  private:
     static constexpr int Challenge = 334;
-    static constexpr int GoOn = 354;
+    static constexpr int StartInput = 354;
 
     Stage m_stage = Stage::Greeting;
     int m_code = 0;

@@ -25,8 +25,9 @@ struct Confinement {
     std::vector<std::filesystem::path> readable;
 };
 
-// Returns what the kernel lacks for it, in words for the journal; empty if nothing. Raises RuntimeError
-// WorkerFailed if a limit cannot be set, or if `readable` is given and the kernel has no Landlock.
+// Returns what the kernel lacks for it, in words for the journal; an empty text if it lacks nothing. Raises
+// RuntimeError WorkerFailed if a limit cannot be set, or if `readable` is given and the kernel has no
+// Landlock.
 std::string Confine(const Confinement& confinement);
 
 }  // namespace reports::worker

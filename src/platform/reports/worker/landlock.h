@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Landlock: a process gives up access to files for good (landlock(7)).
+// Landlock: a process gives up access to files permanently (landlock(7)).
 #pragma once
 
 #include <filesystem>

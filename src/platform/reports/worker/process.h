@@ -30,7 +30,7 @@ class Process {
     Process& operator=(const Process&) = delete;
 
     int Socket() const { return m_socket.Get(); }
-    // Of all its threads. 0 once it has ended.
+    // Returns the time of all its threads; 0 once it has ended.
     std::chrono::nanoseconds ProcessorTime() const;
     // Memory in use, in bytes; 0 if the machine does not say.
     std::int64_t BytesInUse() const;

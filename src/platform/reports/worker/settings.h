@@ -14,9 +14,9 @@ struct Settings {
     std::filesystem::path program;  // oxc-report
     // Without a sign of life for so long, a process is ended.
     std::chrono::milliseconds patience = std::chrono::seconds(60);
-    // Of one operation: processor time of all threads, and time altogether. The engine's own limits
-    // (rdl/values/run_watch.h) are lower, and their errors say more; a service manager waits longer
-    // (LongestStep of platform/posix/service_notify.cpp).
+    // Bounds of one operation: the processor time of all its threads, and its time altogether. The engine's
+    // own limits (rdl/values/run_watch.h) are lower, and their errors say more; a service manager waits
+    // longer (LongestStep of platform/posix/service_notify.cpp).
     std::chrono::milliseconds processor = std::chrono::minutes(60);
     std::chrono::milliseconds longest = std::chrono::hours(3);
     std::int64_t megabytes = 6144;      // of address space

@@ -23,7 +23,7 @@ constexpr milliseconds Slice(50);
 // Shorter operations need no repainting.
 constexpr milliseconds NoticedWait(200);
 constexpr int BeatsInPatience = 12;
-// So many small messages fit into a socket that nobody reads.
+// The number of small messages that fit into a socket that nobody reads.
 constexpr std::size_t MostOwed = 64;
 
 std::string TimeText(milliseconds time) {
@@ -90,10 +90,10 @@ Worker::Turn::Turn(Worker& worker, const char* words, const std::string& report)
         worker.m_isBusy = false;
         throw;
     }
-    worker.m_doing = Doing(words, report);
+    worker.m_doing = ActivityText(words, report);
 }
 
-std::string Worker::Doing(const char* words, const std::string& report) {
+std::string Worker::ActivityText(const char* words, const std::string& report) {
     return words + (report.empty() ? "" : " the report \"" + paths::ForUser(report) + "\"");
 }
 
@@ -121,7 +121,7 @@ void Worker::Settle() {
         m_doing = std::move(m_owed.front());
         m_owed.pop_front();
         try {
-            Understood<Done>(Receive());
+            DecodedAnswer<Done>(Receive());
         } catch (const RuntimeError& error) {
             m_process.Kill();
             m_failure = error;
@@ -159,7 +159,7 @@ std::string Worker::Receive() {
         while (m_input.size() < HeadSize) {
             ReadSome();
         }
-        const Head head = UnderstoodHead();
+        const Head head = DecodedHead();
         while (m_input.size() < HeadSize + head.size) {
             ReadSome();
         }
@@ -178,7 +178,7 @@ std::string Worker::Receive() {
     }
 }
 
-// No other answer is owed: nothing may follow this one.
+// No other answer is outstanding, so nothing may follow this one.
 std::string Worker::ReceiveLast() {
     std::string body = Receive();
     if (!m_input.empty()) {
@@ -187,7 +187,7 @@ std::string Worker::ReceiveLast() {
     return body;
 }
 
-Head Worker::UnderstoodHead() {
+Head Worker::DecodedHead() {
     try {
         return HeadOf(m_input);
     } catch (const BadMessage&) {
@@ -248,7 +248,7 @@ void Worker::CheckLimits() {
 }
 
 void Worker::RaiseAnswered(const std::string& body) {
-    auto failed = Understood<Failed>(body);
+    auto failed = DecodedAnswer<Failed>(body);
     // A statement with this text would end at a NUL.
     std::replace(failed.description.begin(), failed.description.end(), '\0', ' ');
     throw RuntimeError(IsNumberOfEngine(failed.number) ? failed.number : RunFailed, failed.description);

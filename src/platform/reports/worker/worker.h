@@ -30,15 +30,15 @@ class Worker {
         const Turn turn(*this, Request::Words, report);
         m_reports += std::is_same_v<Request, Open> ? 1 : 0;
         Send(Encoded(Operation(request)), file);
-        return Understood<typename Request::Answer>(ReceiveLast());
+        return DecodedAnswer<typename Request::Answer>(ReceiveLast());
     }
     // Sends an operation that returns nothing and that the engine never refuses, and does not wait: the
     // answer is read before the next call, which raises what went wrong, in the words of this operation, or
-    // once many are owed. Never fails itself.
+    // once many are outstanding. Never fails itself.
     template <typename Request>
     void Post(const Request& request, const std::string& report) noexcept {
         static_assert(std::is_same_v<typename Request::Answer, Done>);
-        Post(Encoded(Operation(request)), Doing(Request::Words, report));
+        Post(Encoded(Operation(request)), ActivityText(Request::Words, report));
     }
 
     // Returns true if the next report needs another process, for example because this one has failed to close
@@ -48,7 +48,7 @@ class Worker {
  private:
     using Clock = std::chrono::steady_clock;
 
-    // One call, and the answers that are owed before it. Raises the error of a former one, and 440 while
+    // One call, and the outstanding answers before it. Raises the error of a former one, and 440 while
     // another call is under way.
     class Turn {
      public:
@@ -61,18 +61,18 @@ class Worker {
         Worker& m_worker;
     };
 
-    static std::string Doing(const char* words, const std::string& report);
+    static std::string ActivityText(const char* words, const std::string& report);
     void Post(const std::string& body, std::string doing) noexcept;
     void Send(std::string_view body, int file);
     std::string Receive();
     std::string ReceiveLast();
     void Settle();
-    Head UnderstoodHead();
+    Head DecodedHead();
     void ReadSome();
     void Await(short events);
     void CheckLimits();
     template <typename T>
-    T Understood(const std::string& body) {
+    T DecodedAnswer(const std::string& body) {
         try {
             return Decoded<T>(body);
         } catch (const BadMessage&) {

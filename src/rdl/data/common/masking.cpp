@@ -136,7 +136,7 @@ class Mask {
                !IsNameOfDriver(at);
     }
 
-    // By the text before the quotes: user "p", "shop"."p", "ann"@"p".
+    // Whether the text before the quotes says that a name is in them: user "p", "shop"."p", "ann"@"p".
     static bool IsNamed(const Text& before) {
         if (before.ends_with(U'.') || before.ends_with(U'@')) {
             return true;

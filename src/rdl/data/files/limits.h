@@ -5,7 +5,7 @@
 
 namespace rdl::data {
 
-// Of what one data file gives.
+// Limits on the rows of one data file.
 constexpr std::size_t MostCells = 50'000'000;
 constexpr std::size_t MostColumns = 4'096;
 

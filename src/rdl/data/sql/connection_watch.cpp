@@ -48,7 +48,7 @@ bool LeadsToAServer(int descriptor) {
     sockaddr_storage peer{};
     socklen_t size = sizeof peer;
     if (getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &size) != 0) {
-        size = sizeof peer;  // on its way there: the own end tells the family
+        size = sizeof peer;  // not connected yet: the own end has the family
         if (getsockname(descriptor, reinterpret_cast<sockaddr*>(&peer), &size) != 0) {
             return false;
         }

@@ -31,7 +31,7 @@ bool IsOneOfNoCase(std::string_view key, std::span<const std::string_view> keys)
 
 // The keywords that say where the data is and how it is written, in the drivers of Microsoft, FreeTDS,
 // PostgreSQL, MySQL, MariaDB, SQLite and Access. All else is refused: some drivers load libraries, write
-// logs, run statements or hand files of this machine to the server where a connect string tells them to.
+// logs, run statements or hand files of this machine to the server where a connect string asks for it.
 constexpr std::string_view KnownKeys[] = {"server",
                                           "servername",
                                           "host",
@@ -149,7 +149,7 @@ std::string FreeTdsPairs(const ConnectString& pairs, const ServerAddress& addres
         text = Pair("SERVER", HostAlone(address.host)) +
                Pair("PORT", std::to_string(address.port ? address.port : 1433));
     } else {
-        text = Pair("SERVER", address.host);  // the server's browser tells the instance's port
+        text = Pair("SERVER", address.host);  // the server's browser service finds the port of the instance
     }
     text += Pair("TDS_Version", "7.4") + Pair("ClientCharset", "UTF-8");
     const std::string encrypt = pairs.Get({"encrypt", "use encryption for data"});

@@ -131,7 +131,7 @@ class Binder {
             before != std::string::npos && (m_result.text[before] == '(' || m_result.text[before] == ',');
         m_result.text.append(inside ? "" : "(");
         if (value.AsList().empty()) {
-            m_result.text.append("NULL");  // in an empty list is nothing
+            m_result.text.append("NULL");  // no value is in an empty list
         }
         for (const Value& one : value.AsList()) {
             m_result.text.append(number == first ? "" : ", ");

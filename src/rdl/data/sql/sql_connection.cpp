@@ -189,7 +189,7 @@ void SqlConnection::FindDialect(ProviderKind provider) {
     }
 }
 
-// Drivers tell a wrong logon and a missing server by text only.
+// Drivers report a wrong logon and a missing server by text only.
 void SqlConnection::Refuse(const ServerAddress& address) const {
     CheckStop();
     if (m_watch.HasExpired()) {
@@ -207,7 +207,8 @@ void SqlConnection::Refuse(const ServerAddress& address) const {
     throw Error(m_place + " cannot be reached or has no such database: " + text);
 }
 
-// A report reads, and not for ever. What an older server does not know it does without.
+// A report only reads, and within a time limit. An older server does without the settings that it does not
+// know.
 void SqlConnection::ReadOnly(const SqlSource& source, const ConnectString& pairs) {
     QSqlQuery settings(m_database);
     const int seconds = SecondsOf(source);

@@ -187,7 +187,7 @@ class SqliteCursor : public Cursor {
         }
     }
 
-    // Comments and further semicolons are none.
+    // Comments and further semicolons are no statements.
     bool HoldsStatement(std::string_view text) const {
         while (text.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
             sqlite3_stmt* statement = nullptr;

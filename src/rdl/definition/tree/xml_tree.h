@@ -19,7 +19,7 @@ void CheckIsXml(std::string_view bytes, const std::string& fileName);
 // Checks the root of a tree and drops what ReadXmlTree drops. Raises rdl::Error.
 void KeepReport(xml::Document& document, const std::string& fileName);
 
-// Of elements that are rows: white-space-only text becomes empty unless xml:space keeps it.
+// Empties texts of nothing but white space in elements that are rows, unless xml:space keeps them.
 void DropBlanks(XmlElement& root);
 
 // Whether the element of a value says that the value is Null: xsi:nil, with its prefix or without.

@@ -127,7 +127,7 @@ Flow AssignStatement::StoreElement(Value result, std::int64_t place, Frame& fram
         return Fail(frame, Value::Error("A list can hold neither lists nor objects"));
     }
     Value& variable = target.In(frame.machine);
-    // In place when nobody else sees the list; only texts make it larger.
+    // Changes the list in place if no other variable has it; only texts make it larger.
     if (ValueList* own = variable.OwnList(); own && (!target.module || !result.IsText())) {
         (*own)[static_cast<std::size_t>(place)] = std::move(result);
         return Flow::Next;

@@ -47,7 +47,7 @@ class Lexer {
         Token& token = m_tokens.emplace_back();
         token.type = type;
         token.text = std::move(text);
-        // Counted on from the token before, so that a long source is gone through once.
+        // Counts on from the token before, so that a long source is read once.
         if (position < m_counted) {
             m_counted = m_characters = 0;
         }

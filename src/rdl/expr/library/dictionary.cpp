@@ -30,7 +30,7 @@ std::string_view DictionaryObject::TypeName() const {
                       : "System.Collections.Hashtable";
 }
 
-Value DictionaryObject::Set(const Value& key, const Value& value, bool mayReplace) {
+Value DictionaryObject::Set(const Value& key, const Value& value, Known known) {
     if (key.IsNull()) {
         return Value::Error("Nothing cannot be a key");
     }
@@ -45,7 +45,7 @@ Value DictionaryObject::Set(const Value& key, const Value& value, bool mayReplac
         m_weight += WeightOf(key) + WeightOf(value);
         return {};
     }
-    if (!mayReplace) {
+    if (known == Known::Refuse) {
         return Value::Error("The key is there already");
     }
     Value& held = m_pairs[place->second].second;
@@ -99,7 +99,7 @@ Value DictionaryObject::Store(std::string_view member, const Value& index, const
     if (member != ".item") {
         return ScriptObject::Store(member, index, value, culture);
     }
-    return Set(index, value, true);
+    return Set(index, value, Known::Replace);
 }
 
 Value DictionaryObject::Invoke(std::string_view member, const Call& call) {
@@ -107,7 +107,7 @@ Value DictionaryObject::Invoke(std::string_view member, const Call& call) {
         return Value::Integer(static_cast<std::int64_t>(m_pairs.size()));
     }
     if (member == ".add" && call.count() == 3) {
-        return Set(call[1], call[2], false);
+        return Set(call[1], call[2], Known::Refuse);
     }
     if (member == ".item") {
         return Element(call[1], call.culture());

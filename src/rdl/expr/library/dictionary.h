@@ -39,7 +39,8 @@ class DictionaryObject final : public ScriptObject {
  private:
     using Pair = std::pair<Value, Value>;
     std::vector<Pair> InOrder() const;
-    Value Set(const Value& key, const Value& value, bool mayReplace);
+    enum class Known { Replace, Refuse };
+    Value Set(const Value& key, const Value& value, Known known);
     void Remove(const Value& key);
 
     bool m_strict, m_sorted;

@@ -47,7 +47,7 @@ Value CSng(const Call& call) {
     if (!call.Number(0, number)) {
         return call.error;
     }
-    // By way of its text, so that 0.1 stays 0.1 where it is shown.
+    // Converts by way of the text, so that 0.1 is shown as 0.1.
     char text[32];
     const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(number)).ptr;
     double result = 0;

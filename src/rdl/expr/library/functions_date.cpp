@@ -50,7 +50,7 @@ bool FirstDay(const Call& call, int index, int& first) {
     return true;
 }
 
-// By reference: `ticks` is made by the same call that says whether it is possible.
+// `ticks` is a reference, because the call that returns `possible` sets it.
 Value FromTicks(bool possible, const std::int64_t& ticks) {
     return possible ? Value::DateTime(ticks) : DateOutOfRange();
 }

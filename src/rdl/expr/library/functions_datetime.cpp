@@ -112,7 +112,7 @@ Value ParseDate(const Call& call) {
                : NoConversion(call[0], "a date");
 }
 
-// Convert: nothing is the first moment.
+// Convert: Nothing is the first moment.
 Value ToDate(const Call& call) {
     return call[0].IsNull() ? Value::DateTime(0) : ParseDate(call);
 }

@@ -48,7 +48,7 @@ struct Annuity {
         return rate == 0 ? (-future - present) / periods
                          : (-future - present * Growth()) * rate / (Due() * (Growth() - 1));
     }
-    // Of the payment in a period, from 1.
+    // Returns the interest in the payment of a period, counted from 1.
     double Interest(double period) const {
         if (atBegin && period == 1) {
             return 0;

@@ -18,7 +18,7 @@ std::size_t Find(std::string_view text, std::string_view what, std::size_t from,
     if (from > text.size()) {
         return std::string_view::npos;
     }
-    // By characters: a letter and its other case may differ in bytes.
+    // By characters: a character and its other case may differ in bytes.
     const std::u32string needle = Lower(ToUtf32(what));
     const std::u32string hay = Lower(ToUtf32(text.substr(from)));
     const std::size_t at = hay.find(needle);

@@ -126,7 +126,7 @@ Value StrDup(const Call& call) {
     return character.empty() ? Value::Error("There is no character to repeat") : Fill(call, 0, character);
 }
 
-// To a length: cut, or filled with blanks on one side.
+// Returns the text at a length: cut, or filled with blanks on one side.
 Value SetLength(const Call& call, bool fillLeft) {
     std::size_t length = 0;
     if (!Size(call, 1, 0, length)) {
@@ -151,7 +151,7 @@ Value RSet(const Call& call) {
     return SetLength(call, true);
 }
 
-// Of blanks only, not of every white space.
+// Removes blanks only, not every white space.
 Value TrimBlanks(const Call& call, bool left, bool right) {
     const std::string text = call.Text(0);
     std::string_view rest = text;

@@ -22,7 +22,7 @@ Value Outside() {
     return Value::Error("A position lies outside the text");
 }
 
-// A member of nothing is an error in the language, and a hidden mistake in a report if it were not.
+// A member of Nothing is an error in the language. A report would hide a mistake if it were none.
 bool IsNothing(const Call& call) {
     if (call[0].IsNull()) {
         call.error = Value::Error("Nothing has no members");
@@ -78,7 +78,7 @@ std::u32string Characters(const Call& call, int first) {
     return characters;
 }
 
-// Of white space, or of the characters given.
+// Removes white space, or the given characters, from the ends.
 Value TrimAs(const Call& call, bool left, bool right) {
     if (IsNothing(call)) {
         return call.error;
@@ -420,7 +420,7 @@ Value HasValue(const Call& call) {
 Value Itself(const Call& call) {
     return call[0];
 }
-// Of a parameter that code was given as a whole.
+// Whether a parameter, which code was given as a whole, has several values.
 Value IsMultiValue(const Call& call) {
     return Value::Boolean(call[0].kind() == Kind::List);
 }

@@ -56,8 +56,8 @@ std::string Shown(const Value& value, const Culture& culture) {
     return value.IsText() ? "\"" + std::string(value.AsText()) + "\"" : ToText(value, culture);
 }
 
-// Which of the two is larger. Raises rdl::Error for a text that is no number beside a number and the like:
-// every row would pass, or none. A value that is missing is the least.
+// Returns which of the two is larger; a missing value is the least. Raises rdl::Error for values that cannot
+// be compared, such as a number and a text that is none: every row would pass, or no row.
 int Larger(const FilterRules& rules, const Value& value, const Value& operand) {
     const Value& text = value.IsText() ? value : operand;
     const Value& model = value.IsText() ? operand : value;

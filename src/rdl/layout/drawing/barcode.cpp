@@ -163,7 +163,7 @@ std::shared_ptr<DrawingInstance> DrawBarcode(const BarcodeData& data, double wid
     const Spot middle{data.area.x + data.area.width / 2, data.area.y + data.area.height / 2};
     const auto say = [&](const std::string& message) {
         drawing->description = message;
-        canvas.Text(Wrapped(message, data.letters, data.area.width), data.letters, middle, {});
+        canvas.Text(Wrapped(message, data.textStyle, data.area.width), data.textStyle, middle, {});
         return drawing;
     };
     if (data.isError) {
@@ -186,12 +186,12 @@ std::shared_ptr<DrawingInstance> DrawBarcode(const BarcodeData& data, double wid
     }
     Rect area = data.area;
     const std::string text = reinterpret_cast<const char*>(symbol->text);
-    const double line = Canvas::LineHeight(data.letters);
+    const double line = Canvas::LineHeight(data.textStyle);
     if (data.showsText && !encoder.isMatrix && !text.empty() && area.height >= 2 * line) {
         area.height -= line;
-        canvas.Text(text, data.letters, {middle.x, area.Bottom()}, {0.5, 0});
+        canvas.Text(text, data.textStyle, {middle.x, area.Bottom()}, {0.5, 0});
     }
-    DrawBars(*symbol, encoder.isMatrix, area, data.letters.color, canvas);
+    DrawBars(*symbol, encoder.isMatrix, area, data.textStyle.color, canvas);
     drawing->description = std::string(row->title) + ": " + (text.empty() ? data.value : text);
     return drawing;
 }

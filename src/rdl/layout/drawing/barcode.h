@@ -16,7 +16,7 @@ struct BarcodeData {
     bool isError = false;         // the value is an error
     bool showsText = true;        // below a linear code
     std::string errorCorrection;  // of a QR Code: L, M, Q or H; empty: as much as fits
-    CharStyle letters;            // the bars have the colour of the text
+    CharStyle textStyle;          // the bars have the colour of the text
     Rect area;                    // of the symbol and its quiet zones, in points within the item
 };
 

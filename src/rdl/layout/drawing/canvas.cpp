@@ -230,7 +230,7 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
     if (Canvas::Measure(text, style).width <= width) {
         return text;
     }
-    // By halves: a chart may have thousands of labels.
+    // Halves the range in each step, because a chart may have thousands of labels.
     constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
     std::string best;
     std::size_t fitting = 0, exceeding = text.size();

@@ -36,41 +36,41 @@ double PlaceOf(const std::string& position, Side side) {
 
 }  // namespace
 
-void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas) {
+void DrawTitle(const ChartCaption& title, Rect& available, Canvas& canvas) {
     if (title.text.empty()) {
         return;
     }
     const Side side = SideOf(title.position);
     const double place = PlaceOf(title.position, side);
     const bool upright = side == Side::Left || side == Side::Right;
-    const std::string text = Wrapped(title.text, *title.style, upright ? room.height : room.width);
+    const std::string text = Wrapped(title.text, *title.style, upright ? available.height : available.width);
     const Extents size = Canvas::Measure(text, *title.style);
     const double thick = size.height + Gap;
-    if (thick > (upright ? room.width : room.height)) {
+    if (thick > (upright ? available.width : available.height)) {
         return;
     }
-    Rect band = room;
+    Rect band = available;
     if (upright) {
         band.width = size.height;
-        band.x = side == Side::Left ? room.x : room.Right() - size.height;
-        room.x += side == Side::Left ? thick : 0;
-        room.width -= thick;
+        band.x = side == Side::Left ? available.x : available.Right() - size.height;
+        available.x += side == Side::Left ? thick : 0;
+        available.width -= thick;
         canvas.Box(band, title.box.get());
         canvas.Text(text, *title.style, {band.x + band.width / 2, band.y + band.height / 2}, {0.5, 0.5},
                     side == Side::Left ? -90 : 90);
         return;
     }
     band.height = size.height;
-    band.y = side == Side::Top ? room.y : room.Bottom() - size.height;
-    room.y += side == Side::Top ? thick : 0;
-    room.height -= thick;
+    band.y = side == Side::Top ? available.y : available.Bottom() - size.height;
+    available.y += side == Side::Top ? thick : 0;
+    available.height -= thick;
     const double x = band.x + band.width * place;
     const Rect box{x - (size.width + 2 * Gap) * place, band.y, size.width + 2 * Gap, band.height};
     canvas.Box(box, title.box.get());
     canvas.Text(text, *title.style, {box.x + box.width / 2, band.y}, {0.5, 0});
 }
 
-Rect DockAt(const std::string& position, Extents size, Rect& room) {
+Rect DockAt(const std::string& position, Extents size, Rect& available) {
     const auto begins = [&](std::string_view word) {
         return EqualNoCase(position.substr(0, word.size()), word);
     };
@@ -78,17 +78,17 @@ Rect DockAt(const std::string& position, Extents size, Rect& room) {
         return position.size() > word.size() &&
                EqualNoCase(position.substr(position.size() - word.size()), word);
     };
-    Rect area{room.x, room.y, size.width, size.height};
+    Rect area{available.x, available.y, size.width, size.height};
     if (begins("Top") || begins("Bottom")) {
-        area.x += (room.width - area.width) * (ends("Left") ? 0 : ends("Right") ? 1 : 0.5);
-        area.y = begins("Top") ? room.y : room.Bottom() - area.height;
-        room.y += begins("Top") ? area.height + Gap : 0;
-        room.height -= area.height + Gap;
+        area.x += (available.width - area.width) * (ends("Left") ? 0 : ends("Right") ? 1 : 0.5);
+        area.y = begins("Top") ? available.y : available.Bottom() - area.height;
+        available.y += begins("Top") ? area.height + Gap : 0;
+        available.height -= area.height + Gap;
     } else {
-        area.x = begins("Left") ? room.x : room.Right() - area.width;
-        area.y += (room.height - area.height) * (ends("Bottom") ? 1 : ends("Center") ? 0.5 : 0);
-        room.x += begins("Left") ? area.width + Gap : 0;
-        room.width -= area.width + Gap;
+        area.x = begins("Left") ? available.x : available.Right() - area.width;
+        area.y += (available.height - area.height) * (ends("Bottom") ? 1 : ends("Center") ? 0.5 : 0);
+        available.x += begins("Left") ? area.width + Gap : 0;
+        available.width -= area.width + Gap;
     }
     return area;
 }

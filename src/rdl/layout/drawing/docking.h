@@ -10,11 +10,11 @@
 
 namespace rdl::layout {
 
-// Returns the rectangle of a part of this size at its position; subtracts its side from `room`. A position
-// that begins with neither Top, Bottom nor Left is at the right.
-Rect DockAt(const std::string& position, Extents size, Rect& room);
+// Returns the rectangle of a part of this size at its position; subtracts its side from `available`. A
+// position that begins with neither Top, Bottom nor Left is at the right.
+Rect DockAt(const std::string& position, Extents size, Rect& available);
 
-// Draws a title at its side and subtracts its space from `room`. Draws nothing if it does not fit.
-void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas);
+// Draws a title at its side and subtracts its space from `available`. Draws nothing if it does not fit.
+void DrawTitle(const ChartCaption& title, Rect& available, Canvas& canvas);
 
 }  // namespace rdl::layout

@@ -83,11 +83,11 @@ std::optional<bool> PartStyles::Flag(const Expr& source) const {
 CharStylePtr PartStyles::TextStyle(const Style& style, float size) const {
     CharStylePlan plan;
     plan.Compile({&style}, m_programs);
-    CharStylePtr letters = plan.Get(m_reader.Place());
+    CharStylePtr textStyle = plan.Get(m_reader.Place());
     if (style.Find(StyleProperty::FontSize)) {
-        return letters;
+        return textStyle;
     }
-    CharStyle sized = *letters;
+    CharStyle sized = *textStyle;
     sized.size = size;
     return std::make_shared<const CharStyle>(std::move(sized));
 }

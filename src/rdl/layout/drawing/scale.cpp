@@ -46,14 +46,14 @@ Scale Linear(const ScaleRequest& request) {
     low = request.minimum.value_or(low);
     high = request.maximum.value_or(high);
     if (!(high > low)) {  // one number, or ends that contradict each other
-        const double room = low == 0 ? 1 : std::abs(low) / 2;
+        const double margin = low == 0 ? 1 : std::abs(low) / 2;
         if (request.minimum || !request.maximum) {
-            high = low + room;
+            high = low + margin;
         } else {
-            low = high - room;
+            low = high - margin;
         }
         if (request.any && !request.includeZero && !request.minimum && !request.maximum) {
-            low -= room;
+            low -= margin;
         }
     }
     Scale scale;

@@ -324,11 +324,11 @@ void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
         ShowData(DataOf(data), out);
         return;
     }
-    Show(DrawChart(data, out.width, out.height), false, out);
+    Show(DrawChart(data, out.width, out.height), Repeats::Never, out);
 }
 
 void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
-    Show(DrawGaugePanel(*plan.gauge, *this, out.width, out.height), true, out);
+    Show(DrawGaugePanel(*plan.gauge, *this, out.width, out.height), Repeats::Maybe, out);
 }
 
 void ItemBuilder::BarcodeOf(ItemPlan& plan, Instance& out) {
@@ -339,12 +339,12 @@ void ItemBuilder::BarcodeOf(ItemPlan& plan, Instance& out) {
     data.value = Text(plan.value);
     data.showsText = !barcode.showText.isSet || IsTrue(barcode.showText);
     data.errorCorrection = Text(barcode.errorCorrection);
-    data.letters = *plan.messageStyle.Get(m_evaluator);
+    data.textStyle = *plan.messageStyle.Get(m_evaluator);
     const BoxStyle& box = *out.box;
     data.area = {static_cast<double>(box.paddingLeft), static_cast<double>(box.paddingTop),
                  out.width - static_cast<double>(box.paddingLeft + box.paddingRight),
                  out.height - static_cast<double>(box.paddingTop + box.paddingBottom)};
-    Show(DrawBarcode(data, out.width, out.height), true, out);
+    Show(DrawBarcode(data, out.width, out.height), Repeats::Maybe, out);
 }
 
 void ItemBuilder::MapOf(ItemPlan& plan, Instance& out) {
@@ -353,7 +353,7 @@ void ItemBuilder::MapOf(ItemPlan& plan, Instance& out) {
         ShowData(DataOf(data), out);
         return;
     }
-    Show(DrawMap(data, out.width, out.height), false, out);
+    Show(DrawMap(data, out.width, out.height), Repeats::Never, out);
 }
 
 void ItemBuilder::ShowData(DrawingData data, Instance& out) {
@@ -363,7 +363,7 @@ void ItemBuilder::ShowData(DrawingData data, Instance& out) {
     out.drawing = std::move(drawing);
 }
 
-void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {
+void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, Repeats repeats, Instance& out) {
     m_evaluator.CheckBounds();  // a report may have a drawing in each of its many items
     drawing->background = out.box->background;
     if (m_input.drawings != Drawings::Pictures) {
@@ -373,7 +373,8 @@ void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool may
     }
     out.kind = InstanceKind::Image;
     out.sizing = Instance::Sizing::Fit;
-    out.imageBytes = mayRepeat ? m_pictures.Of(*drawing, m_input.paint) : m_input.paint(*drawing);
+    out.imageBytes =
+        repeats == Repeats::Maybe ? m_pictures.Of(*drawing, m_input.paint) : m_input.paint(*drawing);
     out.mimeType = "image/png";
     if (out.toolTip.empty()) {
         out.toolTip = drawing->description;

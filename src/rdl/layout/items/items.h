@@ -48,7 +48,9 @@ class ItemBuilder : public PropertyReader {
     void MapOf(ItemPlan& plan, Instance& out);
     void ShowData(DrawingData data, Instance& out);
     // Stores the drawing, or its image for formats without vectors.
-    void Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out);
+    // Whether the same drawing may be that of many items, whose picture is made once then.
+    enum class Repeats { Never, Maybe };
+    void Show(const std::shared_ptr<DrawingInstance>& drawing, Repeats repeats, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 
     Pictures m_pictures;

@@ -121,7 +121,7 @@ void TablixTable::ExpandColumns(const std::vector<int>& members, std::uint32_t i
     }
 }
 
-// GroupsBeforeRowHeaders: so many instances of the first member stand before the row headers.
+// GroupsBeforeRowHeaders is the number of instances of the first member before the row headers.
 void TablixTable::MoveHeadersInside() {
     const int wanted = m_plan.definition->groupsBeforeRowHeaders;
     const HierarchyPlan& columns = m_plan.columns;
@@ -148,7 +148,7 @@ void TablixTable::MoveHeadersInside() {
     }
 }
 
-// Where a column stands that is counted from the row headers on.
+// Returns the place of a column that is counted from the row headers on.
 int TablixTable::PlaceOf(int column) const {
     if (column < m_headerCount) {
         return column + m_columnsBefore;

@@ -280,7 +280,8 @@ class MarkupReader {
         }
     }
 
-    // A blank between two tags is of neither's style: it would be underlined with what follows.
+    // A blank between two tags has the style before them. With that after them it would be underlined with
+    // it.
     void PutBlank(std::string& text) {
         if (text.empty() && m_blankDepth < m_open.size()) {
             AddRun(m_blankStyle, " ");

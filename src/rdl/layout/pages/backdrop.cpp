@@ -29,7 +29,7 @@ Color Between(Color from, Color to, double share) {
     return mixed;
 }
 
-// As many steps as the two colours are apart, and none smaller than half a point.
+// Returns as many steps as the two colours are apart, but none is smaller than half a point.
 int StepsOf(Color from, Color to, double length) {
     int apart = 1;
     for (int shift = 0; shift < 32; shift += 8) {

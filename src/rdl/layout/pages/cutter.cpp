@@ -104,7 +104,8 @@ class Cutter {
         }
         m_out.ops.push_back(std::move(op));
     }
-    // What crosses an edge of the page by more than a letter's overhang stands on both sides of it in part.
+    // What crosses an edge of the page by more than a character's overhang stands on both sides of it in
+    // part.
     template <typename Draw>
     void Cut(double left, double right, const Draw& draw) {
         constexpr double Overhang = 1;

@@ -238,7 +238,7 @@ bool TableFlow::EndsPageBefore(const Prepared& prepared, double y, double bottom
     return y + block > bottom + Tolerance && block <= m_context.pageHeight + Tolerance;
 }
 
-// Part of a text that is higher than the room; true when it is all there.
+// Places a part of a text that is higher than the space for it. Returns true if no line is left.
 bool TableFlow::SplitText(const Instance& content, Cell& cell, const Rect& area) {
     const auto& lines = cell.laid.lines;
     if (cell.nextLine >= lines.size()) {
@@ -280,7 +280,7 @@ void TableFlow::StretchBoxes(Prepared& prepared, double y) {
     }
 }
 
-// A row with items that may be split, or one higher than a page: as much as there is room for.
+// Places as much as fits of a row that is higher than a page, or whose items may be split.
 bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& used) {
     const double available = bottom - y;
     bool done = true;
@@ -363,7 +363,7 @@ double TableFlow::PlaceRepeated(double y) {
     return y;
 }
 
-// Rows until the page is full; true when there are none left.
+// Places rows until the page is full. Returns true if no row is left.
 bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
     while (m_next < m_table.RowCount()) {
         Prepared& row = Ahead(0);

@@ -190,7 +190,7 @@ std::vector<std::unique_ptr<ItemPlan>> Planner::Items(const std::vector<ItemPtr>
     for (const ItemPtr& item : items) {
         layers.push_back(item.get());
     }
-    // Of two with the same index the later one lies above.
+    // If two have the same index, the later one is above.
     std::stable_sort(layers.begin(), layers.end(), [](const ReportItem* left, const ReportItem* right) {
         return left->zIndex < right->zIndex;
     });

@@ -263,7 +263,7 @@ Value Evaluator::OverTarget(const expr::AggregateCall& call, const Target& targe
     return sum.Result();
 }
 
-// In a page's header or footer: over the text boxes of that name on the page.
+// Computes the aggregate of a page header or footer, over the text boxes of that name on the page.
 Value Evaluator::OverReportItems(const expr::AggregateCall& call) {
     expr::Accumulator sum(call.kind, *m_culture);
     for (m_nthItem = 0;; ++m_nthItem) {

@@ -9,8 +9,8 @@
 namespace rdl::layout {
 namespace {}  // namespace
 
-// Which way the running goes from a scope's first instance to the current one. False when the current place
-// is no instance of a group within the scope.
+// Sets the axis and the first instance of a running from a scope's first instance to the current one. Returns
+// false if the current place is no instance of a group within the scope.
 bool Evaluator::InstanceRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const {
     const Scope& here = m_place.scope;
     if (!here.region) {

@@ -305,7 +305,8 @@ void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t inde
         BeginTable(rows.ColumnLines(), item.table->rightToLeft);
         RepeatRows(item, rows, index, place);
     }
-    const FlowRow row = Filled(rows.Make(breaks), place);
+    const FlowRow row =
+        Filled(rows.Make(breaks ? FlowTablix::Before::PageBreak : FlowTablix::Before::Row), place);
     for (std::size_t i = 0; i < source.labels.size() && rows.ShownColumns().first == 0; ++i) {
         Label(source.labels[i], row);
     }
@@ -323,7 +324,7 @@ void FlowBody::RepeatRows(const Instance& item, FlowTablix& rows, std::size_t in
     FlowTablix heading(item, place.x, rows.ShownColumns(), rows.GrowingRows());
     for (const std::size_t i : repeated) {
         heading.Fetch(i);
-        Row(Filled(heading.Make(false), place), place);
+        Row(Filled(heading.Make(FlowTablix::Before::Row), place), place);
     }
 }
 

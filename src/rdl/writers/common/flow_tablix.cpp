@@ -107,7 +107,8 @@ const layout::TableRow& FlowTablix::Fetch(std::size_t index) {
     return m_source;
 }
 
-FlowRow FlowTablix::Make(bool afterBreak) {
+FlowRow FlowTablix::Make(Before before) {
+    const bool afterBreak = before == Before::PageBreak;
     m_row = FlowRow();
     m_row.item = m_item.name;
     m_row.height = m_source.height;

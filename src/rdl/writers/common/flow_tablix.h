@@ -18,7 +18,7 @@ class FlowTablix {
     using Growing = std::vector<bool>;
 
     // Returns the columns of the table that begins with column `first`: as many as a row and the widest paper
-    // can have, at least one. The row headers are repeated if the region wants it and they fit.
+    // can have, at least one. The row headers are repeated if the region asks for it and they fit.
     static Columns Fit(const layout::Instance& item, double x, std::size_t first);
 
     // `x` is the region's left edge in points. `item` and `growing` must outlive this. The first table of a
@@ -32,9 +32,10 @@ class FlowTablix {
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
     // call.
     const layout::TableRow& Fetch(std::size_t index);
+    enum class Before { Row, PageBreak };  // what is before a row
     // Returns the fetched row; the result refers to it. After a page break cells over several rows start
     // again.
-    FlowRow Make(bool afterBreak);
+    FlowRow Make(Before before);
 
  private:
     struct Span {  // a cell that continues in the rows below

@@ -7,7 +7,7 @@
 namespace rdl::writers {
 namespace {
 
-// In groups of seven bits, the lowest first; all but the last have the highest bit set.
+// Appends groups of seven bits, the lowest first. All but the last have the highest bit set.
 inline void AppendNumber(std::string& bytes, std::uint64_t number) {
     for (; number >= 0x80; number >>= 7) {
         bytes += static_cast<char>(number | 0x80);

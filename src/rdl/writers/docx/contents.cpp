@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t MostEntries = 10'000;
 
 // Headings and the TC fields of labels that no heading shows; links, no page numbers: only a word processor
-// knows on which page an entry comes to lie.
+// knows on which page an entry is.
 constexpr const char* Field =
     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText xml:space=\"preserve\"> TOC \\o "
     "&quot;1-9&quot; \\f C \\h \\n </w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>";

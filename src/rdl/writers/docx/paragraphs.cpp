@@ -15,7 +15,7 @@ using layout::Instance;
 using layout::ParagraphInstance;
 using layout::RunInstance;
 
-constexpr const char* TinyLetters = "<w:sz w:val=\"2\"/><w:szCs w:val=\"2\"/>";
+constexpr const char* TinyText = "<w:sz w:val=\"2\"/><w:szCs w:val=\"2\"/>";
 
 // The direction of the first character that has one.
 bool IsRightToLeft(const std::string& text) {
@@ -25,7 +25,8 @@ bool IsRightToLeft(const std::string& text) {
     return QString::fromStdString(text).isRightToLeft();
 }
 
-// In a paragraph from right to left readers take left for the side where its lines begin.
+// Programs take "left" for the side where lines begin, which is the right one in a paragraph from right to
+// left.
 const char* JustificationOf(const FlowMeasures& measures) {
     switch (measures.align) {
         case HAlign::Center:
@@ -84,9 +85,9 @@ std::string PropertiesOf(const FlowMeasures& measures) {
     return properties + "<w:jc w:val=\"" + JustificationOf(measures) + "\"/>";
 }
 
-std::string LettersOf(const layout::CharStyle* style) {
+std::string RunPropertiesOf(const layout::CharStyle* style) {
     std::string characters;
-    AppendCharStyle(style, false, characters);
+    AppendCharStyle(style, Overrides::No, characters);
     return characters;
 }
 
@@ -211,7 +212,7 @@ const DocxParagraphs::Look& DocxParagraphs::LookOf(const FlowMeasures& measures,
             return known.look;
         }
     }
-    KnownLook made{measures, characters, {PropertiesOf(measures), LettersOf(characters.get()), {}}};
+    KnownLook made{measures, characters, {PropertiesOf(measures), RunPropertiesOf(characters.get()), {}}};
     made.look.style = m_document.styles.Paragraph(made.look.paragraph, made.look.characters);
     if (m_looks.size() < MostLooks) {
         return m_looks.emplace_back(std::move(made)).look;
@@ -239,7 +240,7 @@ void DocxParagraphs::Blank(double height, const FlowPlace& place, const std::str
     AppendBackground(place, out);
     out += "<w:spacing";
     AppendTwipsAttribute("w:line", std::max(height, 1.0), out);
-    out += std::string(" w:lineRule=\"exact\"/><w:rPr>") + TinyLetters + "</w:rPr>" + end + "</w:pPr>";
+    out += std::string(" w:lineRule=\"exact\"/><w:rPr>") + TinyText + "</w:rPr>" + end + "</w:pPr>";
     if (place.level == 0) {  // in a cell a text may follow
         AppendMarks(out);
     }
@@ -249,7 +250,7 @@ void DocxParagraphs::Blank(double height, const FlowPlace& place, const std::str
 void DocxParagraphs::PageBreak(std::string& out) {
     out += std::string(
                "<w:p><w:pPr><w:pageBreakBefore/><w:spacing w:line=\"20\" w:lineRule=\"exact\"/><w:rPr>") +
-           TinyLetters + "</w:rPr></w:pPr></w:p>\n";
+           TinyText + "</w:rPr></w:pPr></w:p>\n";
 }
 
 void DocxParagraphs::Message(const layout::TableInstance& table, const FlowPlace& place, std::string& out) {
@@ -267,7 +268,7 @@ void DocxParagraphs::Picture(const Instance& item, const FlowPlace& place, std::
     Mark(item.bookmark, item.documentMapLabel, 0);
     out += "<w:p><w:pPr>";
     out += place.keepNext ? "<w:keepNext/>" : "";
-    out += std::string("<w:rPr>") + TinyLetters + "</w:rPr></w:pPr>";
+    out += std::string("<w:rPr>") + TinyText + "</w:rPr></w:pPr>";
     AppendMarks(out);
     const std::string link = OpenLink(item);
     out += link;
@@ -305,7 +306,7 @@ void DocxParagraphs::Paragraph(const Instance& item, const ParagraphInstance& pa
         std::string properties = own;
         if (run.style != first) {
             properties.clear();
-            AppendCharStyle(run.style.get(), true, properties);
+            AppendCharStyle(run.style.get(), Overrides::Yes, properties);
         }
         properties += IsRightToLeft(run.text) ? "<w:rtl/>" : "";
         const std::string address = link.empty() ? OpenAddress(run.hyperlink, item.toolTip) : "";

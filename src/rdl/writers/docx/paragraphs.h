@@ -42,7 +42,7 @@ class DocxParagraphs {
     void Blank(double height, const FlowPlace& place, const std::string& end, std::string& out);
     // Appends an empty paragraph that begins a page.
     static void PageBreak(std::string& out);
-    // Keeps a bookmark and a label for the next paragraph. Empty ones are none; the outermost level is 0.
+    // Keeps a bookmark and a label for the next paragraph. Empty ones are not kept; the outermost level is 0.
     void Mark(const std::string& bookmark, const std::string& label, int level);
     // Keeps a label of a row: for the paragraph of its cells that shows it, else for the first one.
     void MarkRow(const layout::MapLabel& label, const FlowRow& row);

@@ -62,34 +62,35 @@ void AppendOutlineStyles(std::string& out) {
 
 }  // namespace
 
-void AppendCharStyle(const CharStyle* style, bool overrides, std::string& out) {
+void AppendCharStyle(const CharStyle* style, Overrides overriding, std::string& out) {
+    const bool overrides = overriding == Overrides::Yes;
     static const CharStyle Default;
-    const CharStyle& letters = style ? *style : Default;
-    const std::string family = letters.family.empty() ? Default.family : letters.family;
+    const CharStyle& textStyle = style ? *style : Default;
+    const std::string family = textStyle.family.empty() ? Default.family : textStyle.family;
     out += "<w:rFonts";
     for (const char* script : {"w:ascii", "w:hAnsi", "w:eastAsia", "w:cs"}) {
         AppendAttribute(script, family, out);
     }
     out += "/>";
-    const bool bold = letters.bold || letters.weight >= SemiBold;
+    const bool bold = textStyle.bold || textStyle.weight >= SemiBold;
     AppendSwitch("b", bold, overrides, out);
     AppendSwitch("bCs", bold, overrides, out);
-    AppendSwitch("i", letters.italic, overrides, out);
-    AppendSwitch("iCs", letters.italic, overrides, out);
-    AppendSwitch("strike", letters.decoration == Decoration::LineThrough, overrides, out);
-    const bool visible = letters.color >> 24 != 0;
-    out += "<w:color w:val=\"" + (visible ? DocxColor(letters.color) : "auto") + "\"/>";
-    const float size = std::isfinite(letters.size) ? std::clamp(letters.size, 1.0F, 1638.0F) : 10.0F;
+    AppendSwitch("i", textStyle.italic, overrides, out);
+    AppendSwitch("iCs", textStyle.italic, overrides, out);
+    AppendSwitch("strike", textStyle.decoration == Decoration::LineThrough, overrides, out);
+    const bool visible = textStyle.color >> 24 != 0;
+    out += "<w:color w:val=\"" + (visible ? DocxColor(textStyle.color) : "auto") + "\"/>";
+    const float size = std::isfinite(textStyle.size) ? std::clamp(textStyle.size, 1.0F, 1638.0F) : 10.0F;
     const std::string halfPoints = std::to_string(std::lround(size * 2));
     out += "<w:sz w:val=\"" + halfPoints + "\"/><w:szCs w:val=\"" + halfPoints + "\"/>";
-    const bool underlined = letters.decoration == Decoration::Underline;
+    const bool underlined = textStyle.decoration == Decoration::Underline;
     if (underlined || overrides) {
         out += underlined ? "<w:u w:val=\"single\"/>" : "<w:u w:val=\"none\"/>";
     }
 }
 
-std::string DocxStyles::Paragraph(const std::string& paragraph, const std::string& letters) {
-    std::string look = "<w:pPr>" + paragraph + "</w:pPr><w:rPr>" + letters + "</w:rPr>";
+std::string DocxStyles::Paragraph(const std::string& paragraph, const std::string& run) {
+    std::string look = "<w:pPr>" + paragraph + "</w:pPr><w:rPr>" + run + "</w:rPr>";
     const auto known = m_ids.find(look);
     if (known != m_ids.end()) {
         return known->second;
@@ -104,7 +105,7 @@ std::string DocxStyles::Paragraph(const std::string& paragraph, const std::strin
 std::string DocxStyles::Part(const std::string& language) const {
     std::string part = std::string(XmlDeclaration) + "<w:styles" + DocxNamespaces() + ">";
     part += "<w:docDefaults><w:rPrDefault><w:rPr>";
-    AppendCharStyle(nullptr, false, part);
+    AppendCharStyle(nullptr, Overrides::No, part);
     part += language.empty() ? "" : LanguageElement(language);
     part +=
         "</w:rPr></w:rPrDefault><w:pPrDefault/></w:docDefaults>\n"

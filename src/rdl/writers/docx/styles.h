@@ -11,15 +11,16 @@
 
 namespace rdl::writers {
 
+// Whether the run properties also say what a run is not, which a paragraph with another look needs.
+enum class Overrides { No, Yes };
 // Appends font, size, weight, decoration and colour as run properties (17.3.2); null: the default style.
-// `overrides`: also says what they are not, for a run in a paragraph that has another look.
-void AppendCharStyle(const layout::CharStyle* style, bool overrides, std::string& out);
+void AppendCharStyle(const layout::CharStyle* style, Overrides overriding, std::string& out);
 
 class DocxStyles {
  public:
     // Returns the id of the paragraph style with these paragraph and run properties; an empty text when the
     // document has as many styles as it can have.
-    std::string Paragraph(const std::string& paragraph, const std::string& letters);
+    std::string Paragraph(const std::string& paragraph, const std::string& run);
     // Returns the part of the styles. `language` is that of the report, or empty.
     std::string Part(const std::string& language) const;
 

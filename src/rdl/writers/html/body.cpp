@@ -39,7 +39,7 @@ CharStylePtr CommonStyle(const Instance& item) {
     return common;
 }
 
-// As pages have it.
+// The indent and the hanging indent of a list, as on pages.
 constexpr double ListIndent = 18, ListHang = 13.5;
 
 HAlign BoxAlign(const Instance& item) {

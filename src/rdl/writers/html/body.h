@@ -53,7 +53,7 @@ class HtmlBody {
     void Identify(const layout::Instance& item);
 
     void Table(const layout::Instance& item, const std::string& placeClass);
-    void TableRows(layout::TableInstance& table, bool heads);
+    void TableRows(layout::TableInstance& table);
     void Row(const layout::TableInstance& table, const layout::TableRow& row, bool head);
     void Cell(const layout::TableInstance& table, const layout::TableCell& cell, bool head);
     void NewCell(const layout::TableInstance& table, const layout::TableCell& cell, bool head);

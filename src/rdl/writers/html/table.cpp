@@ -84,16 +84,16 @@ void HtmlBody::Table(const Instance& item, const std::string& placeClass) {
         m_out += "<col class=\"" + m_styles.Class(css + ";") + "\">";
     }
     m_out += "</colgroup>\n";
-    TableRows(table, true);
+    TableRows(table);
     m_out += "</table></div>\n";
     --m_depth;
 }
 
 // Leading heading rows go into thead, all others into tbody.
-void HtmlBody::TableRows(TableInstance& table, bool heads) {
+void HtmlBody::TableRows(TableInstance& table) {
     const std::size_t count = table.RowCount();
     TableRow row;
-    bool inHead = false, inBody = false;
+    bool heads = true, inHead = false, inBody = false;
     for (std::size_t i = 0; i < count; ++i) {
         table.Row(i, row);
         heads = heads && IsHeading(table, row);

@@ -96,7 +96,8 @@ DocumentInfo InfoForArchive(const DocumentInfo& document) {
 
 std::string WriteArchiveEntries(PdfFile& file, const DocumentInfo& document, std::int64_t nowTicks) {
     const int profile = file.Stream("/N 3", SrgbProfile());
-    const int metadata = file.Stream("/Type/Metadata/Subtype/XML", Metadata(document, nowTicks), false);
+    const int metadata =
+        file.Stream("/Type/Metadata/Subtype/XML", Metadata(document, nowTicks), PdfFile::Filter::None);
     return "/OutputIntents[<</Type/OutputIntent/S/GTS_PDFA1/OutputConditionIdentifier(sRGB IEC61966-2.1)"
            "/Info(sRGB IEC61966-2.1)/DestOutputProfile " +
            PdfReference(profile) + ">>]/Metadata " + PdfReference(metadata);

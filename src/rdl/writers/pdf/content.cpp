@@ -151,13 +151,13 @@ bool PdfContent::NoteGlyphs(const layout::Page& page, const layout::TextOp& op, 
         const std::size_t begin = std::min<std::size_t>(glyphs[i].cluster, text.size());
         const bool last = backwards ? i == 0 : i + 1 == op.glyphCount;
         const std::size_t end = last ? text.size() : glyphs[backwards ? i - 1 : i + 1].cluster;
-        // By far the most glyphs are a letter of one byte that was seen before.
+        // Nearly all glyphs are a character of one byte that was seen before.
         const std::uint16_t id = glyphs[i].id;
         if (end == begin + 1 && id < font.says.size() && text[begin] > 0 &&
             font.says[id] == static_cast<char32_t>(text[begin])) {
             continue;
         }
-        // Glyphs of one cluster share its text, which no table from glyphs to characters can tell.
+        // Glyphs of one cluster share its text, which no table from glyphs to characters can hold.
         const std::string_view says = end > begin ? text.substr(begin, end - begin) : std::string_view();
         clear = PdfFonts::Note(font, op.font, id, says) && !says.empty() && clear;
     }

@@ -33,18 +33,18 @@ std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
 constexpr std::string_view EndOfStream = "\nendstream\nendobj\n";
 
 // The dictionary of a stream and the keyword that its bytes follow.
-std::string HeadOf(std::string_view entries, std::size_t size, bool isCompressed) {
+std::string HeadOf(std::string_view entries, std::size_t size, PdfFile::Filter filter) {
     std::string head = "<<";
     head += entries;
     head += "/Length " + std::to_string(size);
-    head += isCompressed ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
+    head += filter == PdfFile::Filter::Deflate ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
     return head;
 }
 
 }  // namespace
 
 PdfFile::PdfFile(Output& output) : m_output(output) {
-    // The second line tells transfer programs that the file is binary.
+    // The second line shows transfer programs that the file is binary.
     Put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
 
@@ -157,7 +157,8 @@ void PdfFile::WriteFirst() {
         return m_places[static_cast<std::size_t>(number) - 1];
     };
     placeOf(stream.number) = m_position;
-    Write(std::to_string(stream.number) + " 0 obj\n" + HeadOf(stream.entries, packed.size(), true));
+    Write(std::to_string(stream.number) + " 0 obj\n" +
+          HeadOf(stream.entries, packed.size(), Filter::Deflate));
     Write(packed);
     Write(EndOfStream);
     for (const auto& [number, offset] : stream.objects) {
@@ -166,8 +167,8 @@ void PdfFile::WriteFirst() {
     Write(stream.after);
 }
 
-void PdfFile::Stream(int number, std::string_view entries, std::string_view data, bool compress) {
-    CompressionThread* const thread = compress ? ThreadFor(data.size()) : nullptr;
+void PdfFile::Stream(int number, std::string_view entries, std::string_view data, Filter filter) {
+    CompressionThread* const thread = filter == Filter::Deflate ? ThreadFor(data.size()) : nullptr;
     if (thread) {
         auto job = std::make_shared<CompressionThread::Job>();
         job->bytes = data;
@@ -177,20 +178,20 @@ void PdfFile::Stream(int number, std::string_view entries, std::string_view data
         WriteWaiting();
         return;
     }
-    const std::string_view bytes = compress ? m_deflate(data) : data;
-    BeginStream(number, entries, bytes.size(), compress);
+    const std::string_view bytes = filter == Filter::Deflate ? m_deflate(data) : data;
+    BeginStream(number, entries, bytes.size(), filter);
     Put(bytes);
     Put(EndOfStream);
 }
 
-void PdfFile::BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed) {
+void PdfFile::BeginStream(int number, std::string_view entries, std::size_t size, Filter filter) {
     Begin(number);
-    Put(HeadOf(entries, size, isCompressed));
+    Put(HeadOf(entries, size, filter));
 }
 
-int PdfFile::Stream(std::string_view entries, std::string_view data, bool compress) {
+int PdfFile::Stream(std::string_view entries, std::string_view data, Filter filter) {
     const int number = Reserve();
-    Stream(number, entries, data, compress);
+    Stream(number, entries, data, filter);
     return number;
 }
 
@@ -200,7 +201,7 @@ int PdfFile::Stream(std::string_view entries, const Produce& produce) {
     produce([&](std::string_view piece) { deflater.Add(piece); });
     deflater.Finish();
     const int number = Reserve();
-    BeginStream(number, entries, packed.size(), true);
+    BeginStream(number, entries, packed.size(), Filter::Deflate);
     packed.Read([&](std::string_view piece) { Put(piece); });
     Put(EndOfStream);
     return number;

@@ -38,8 +38,9 @@ class PdfFile {
     // Raises an rdl::Error that begins with `standard` once there are more objects than this.
     void Limit(std::size_t objects, std::string standard);
     // Writes a stream (7.3.8); `entries` is its dictionary without Length and Filter.
-    void Stream(int number, std::string_view entries, std::string_view data, bool compress = true);
-    int Stream(std::string_view entries, std::string_view data, bool compress = true);
+    enum class Filter { Deflate, None };
+    void Stream(int number, std::string_view entries, std::string_view data, Filter filter = Filter::Deflate);
+    int Stream(std::string_view entries, std::string_view data, Filter filter = Filter::Deflate);
     // The same for data that is too large for memory: `produce` passes it on in pieces.
     using Produce = std::function<void(const Spool::Take& take)>;
     int Stream(std::string_view entries, const Produce& produce);
@@ -50,7 +51,7 @@ class PdfFile {
  private:
     void Put(std::string_view bytes);
     void Begin(int number);
-    void BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed);
+    void BeginStream(int number, std::string_view entries, std::size_t size, Filter filter);
     void Write(std::string_view bytes);
     CompressionThread* ThreadFor(std::size_t size);
     void WriteWaiting();

@@ -70,7 +70,7 @@ int WriteJpeg(PdfFile& file, const Jpeg& jpeg, const std::string& bytes) {
     if (jpeg.components == 4 && jpeg.inverted) {
         entries += "/Decode[1 0 1 0 1 0 1 0]";
     }
-    return file.Stream(entries, bytes, false);
+    return file.Stream(entries, bytes, PdfFile::Filter::None);
 }
 
 int WritePixels(PdfFile& file, const QImage& decoded) {

@@ -65,26 +65,26 @@ int RtfStyles::Color(layout::Color color) {
 
 void RtfStyles::AppendCharStyle(const CharStyle* style, bool bothDirections, std::string& out) {
     static const CharStyle Default;
-    const CharStyle& letters = style ? *style : Default;
-    const int font = Font(letters.family);
-    const float size = std::isfinite(letters.size) ? std::clamp(letters.size, 1.0F, 1638.0F) : 10.0F;
+    const CharStyle& textStyle = style ? *style : Default;
+    const int font = Font(textStyle.family);
+    const float size = std::isfinite(textStyle.size) ? std::clamp(textStyle.size, 1.0F, 1638.0F) : 10.0F;
     const auto halfPoints = static_cast<int>(std::lround(size * 2));
-    const bool bold = letters.bold || letters.weight >= SemiBold;
+    const bool bold = textStyle.bold || textStyle.weight >= SemiBold;
     if (bothDirections) {
         AppendWord("\\rtlch\\af", font, out);
         AppendWord("\\afs", halfPoints, out);
         out += bold ? "\\ab" : "";
-        out += letters.italic ? "\\ai" : "";
+        out += textStyle.italic ? "\\ai" : "";
         out += "\\ltrch";
     }
     AppendWord("\\f", font, out);
     AppendWord("\\fs", halfPoints, out);
     out += bold ? "\\b" : "";
-    out += letters.italic ? "\\i" : "";
-    out += letters.decoration == Decoration::Underline     ? "\\ul"
-           : letters.decoration == Decoration::LineThrough ? "\\strike"
-                                                           : "";
-    AppendWord("\\cf", Color(letters.color), out);
+    out += textStyle.italic ? "\\i" : "";
+    out += textStyle.decoration == Decoration::Underline     ? "\\ul"
+           : textStyle.decoration == Decoration::LineThrough ? "\\strike"
+                                                             : "";
+    AppendWord("\\cf", Color(textStyle.color), out);
 }
 
 std::string RtfStyles::Tables() const {

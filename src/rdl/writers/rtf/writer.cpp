@@ -39,7 +39,7 @@ std::string Info(const layout::ReportInstance& report, const Options& options) {
     return info + "}}\n";
 }
 
-// Sizes as the document and, with other words, each of its sections tells them.
+// The words for the sizes of a page: the document has its own, and so has each of its sections.
 struct PageWords {
     const char *width, *height, *left, *right, *top, *bottom, *landscape;
 };

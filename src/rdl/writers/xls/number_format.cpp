@@ -29,7 +29,7 @@ void AppendLiteral(std::string_view text, std::string& out) {
     out += '"';
 }
 
-// The literal at `i` of a .NET format; its length, 0 when there is none.
+// Sets `text` to the literal at `i` of a .NET format. Returns its length, 0 if there is none.
 std::size_t TakeLiteral(std::string_view format, std::size_t i, std::string& text) {
     if (format[i] == '\\') {
         text = format.substr(i + 1, 1);

@@ -30,7 +30,7 @@ void WriteStreams(PdfFile& file, int count) {
         const int reserved = file.Reserve();
         file.Stream("/Nr " + std::to_string(i), StreamText(i));
         file.Object(reserved, "<</Before " + std::to_string(i) + ">>");
-        file.Stream("", "not packed", false);
+        file.Stream("", "not packed", PdfFile::Filter::None);
     }
 }
 

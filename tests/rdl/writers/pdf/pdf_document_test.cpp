@@ -65,19 +65,19 @@ TEST_F(PdfDocument, IsTheSameBytesWhateverRanBefore) {
     // document.
     text::FindFont({"Courier New", true, true});
     auto other = TextItem("Other");
-    auto letters = std::make_shared<layout::CharStyle>();
-    letters->family = "Times New Roman";
-    other.paragraphs[0].runs[0].style = letters;
+    auto textStyle = std::make_shared<layout::CharStyle>();
+    textStyle->family = "Times New Roman";
+    other.paragraphs[0].runs[0].style = textStyle;
     PdfOf({other});
     EXPECT_EQ(make(), first);
 }
 
 TEST_F(PdfDocument, FontsAreNumberedByTheDocument) {
     auto item = TextItem("Only");
-    auto letters = std::make_shared<layout::CharStyle>();
-    letters->family = "Courier New";
-    letters->bold = true;
-    item.paragraphs[0].runs[0].style = letters;
+    auto textStyle = std::make_shared<layout::CharStyle>();
+    textStyle->family = "Courier New";
+    textStyle->bold = true;
+    item.paragraphs[0].runs[0].style = textStyle;
     text::FindFont({"Times New Roman"});
     const std::string unpacked = PdfOnDisk(PdfOf({item})).Unpacked();
     EXPECT_THAT(unpacked, HasSubstr("/F1 10 Tf"));

@@ -238,17 +238,17 @@ TEST_F(PdfStructureTest, AFigureIsAsWideAsItsTexts) {
     const auto drawn = [](double degrees) {
         auto drawing = std::make_shared<layout::DrawingInstance>();
         drawing->content.width = drawing->content.height = 200;
-        layout::CharStyle letters;
-        letters.size = 10;
-        layout::Canvas(drawing->content).Text("Sales of a year", letters, {100, 100}, {}, degrees);
+        layout::CharStyle textStyle;
+        textStyle.size = 10;
+        layout::Canvas(drawing->content).Text("Sales of a year", textStyle, {100, 100}, {}, degrees);
         Instance item = DrawingItem(0, 200, "Sales");
         item.height = 200;
         item.drawing = drawing;
         return BoundsOf(item);
     };
-    layout::CharStyle letters;
-    letters.size = 10;
-    const double width = layout::Canvas::Measure("Sales of a year", letters).width;
+    layout::CharStyle textStyle;
+    textStyle.size = 10;
+    const double width = layout::Canvas::Measure("Sales of a year", textStyle).width;
     const std::vector<double> level = drawn(0), upright = drawn(90);
     ASSERT_EQ(level.size(), 4u);
     EXPECT_NEAR(level[0], 100 - width / 2, 0.1);
@@ -313,9 +313,9 @@ TEST_F(PdfArchive, StringsEndWhereTheyMust) {
     link.bookmarkLink = link.bookmark = many;
     EXPECT_THAT(ForArchive({link}), AllOf(Not(HasSubstr("/Annot")), Not(HasSubstr("/Dests"))));
     auto item = TextItem(many.substr(0, 17'000), 0, 0, 9000);
-    auto letters = std::make_shared<layout::CharStyle>();
-    letters->size = 1;
-    item.paragraphs[0].runs[0].style = letters;
+    auto textStyle = std::make_shared<layout::CharStyle>();
+    textStyle->size = 1;
+    item.paragraphs[0].runs[0].style = textStyle;
     auto report = SampleReport({item});
     report->sections.front()->page.width = 10'000;
     const std::string unpacked = PdfOnDisk(PdfOf(*report)).Unpacked();

@@ -28,7 +28,7 @@ ChartLinesData LinesOf(const ChartLines& lines, bool usual, Color color, float w
     return data;
 }
 
-// Auto is a number for this system's angle: nothing said, or 0 while labels may be fitted.
+// Returns nullopt if the labels are fitted: the angle is not set, or it is 0.
 std::optional<double> AngleOf(const ChartAxis& axis, const PartStyles& styles) {
     const std::optional<double> angle = styles.Number(axis.angle);
     return angle && *angle != 0 ? std::optional(std::clamp(*angle, -90.0, 90.0)) : std::nullopt;
@@ -130,7 +130,7 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area) {
 }
 
 Scale ValueScale(const ChartAreaData& area, std::size_t axis,
-                 const std::vector<std::vector<ChartReach>>& reaches, double room) {
+                 const std::vector<std::vector<ChartReach>>& reaches, double length) {
     const ChartAxisData& data = area.valueAxes[axis];
     ScaleRequest request;
     request.logarithmic = data.logarithmic;
@@ -182,11 +182,11 @@ Scale ValueScale(const ChartAreaData& area, std::size_t axis,
     }
     const double height = static_cast<double>(data.style->size);
     const bool level = !area.rows.empty() && area.rows.front().definition->kind == ChartKind::Bar;
-    request.mostTicks = std::clamp(static_cast<int>(room / (height * (level ? 6 : 2.5))), 2, 12);
+    request.mostTicks = std::clamp(static_cast<int>(length / (height * (level ? 6 : 2.5))), 2, 12);
     return MakeScale(request);
 }
 
-Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
+Scale NumberScale(const ChartAreaData& area, bool isDate, double length) {
     const ChartAxisData& data = area.categoryAxes.front();
     ScaleRequest request;
     for (const ChartRow& row : area.rows) {
@@ -208,17 +208,17 @@ Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
     request.logarithmic = data.logarithmic;
     request.base = data.base;
     request.mostTicks =
-        std::clamp(static_cast<int>(room / (static_cast<double>(data.style->size) * 6)), 2, 12);
+        std::clamp(static_cast<int>(length / (static_cast<double>(data.style->size) * 6)), 2, 12);
     return isDate ? MakeDateScale(request) : MakeScale(request);
 }
 
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, TickKind kind,
                      const Culture& culture) {
-    if (isDate) {
+    if (kind == TickKind::Day) {
         const auto ticks = static_cast<std::int64_t>(std::llround(tick * static_cast<double>(TicksPerDay)));
         return ChartNumber(Value::DateTime(std::max<std::int64_t>(ticks, 0)), axis.format, culture);
     }
-    if (isPercent && axis.format.empty()) {
+    if (kind == TickKind::Share && axis.format.empty()) {
         return FormatValue(Value::Real(tick), "P0", culture);
     }
     // Sums of steps end in stray digits.
@@ -226,7 +226,7 @@ std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick,
     const double rounded = scale.logarithmic || !(unit > 0) ? tick : std::round(tick / unit) * unit;
     const bool shares = axis.format.find('%') != std::string::npos || axis.format.starts_with("P") ||
                         axis.format.starts_with("p");
-    const Value value = Value::Real(isPercent && !shares ? rounded * 100 : rounded);
+    const Value value = Value::Real(kind == TickKind::Share && !shares ? rounded * 100 : rounded);
     return axis.format.empty() ? FormatValue(value, "#,0.##########", culture)
                                : FormatValue(value, axis.format, culture);
 }

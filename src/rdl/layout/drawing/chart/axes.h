@@ -20,18 +20,22 @@ struct ChartReach {
 // Indexed by row and category.
 std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area);
 
-// Returns the scale of one value axis; `room` is its length in points.
+// Returns the scale of one value axis; `length` is that of the axis in points.
 Scale ValueScale(const ChartAreaData& area, std::size_t axis,
-                 const std::vector<std::vector<ChartReach>>& reaches, double room);
+                 const std::vector<std::vector<ChartReach>>& reaches, double length);
 // Returns the scale of the category axis of a scatter chart; `isDate`: its numbers are days.
-Scale NumberScale(const ChartAreaData& area, bool isDate, double room);
+Scale NumberScale(const ChartAreaData& area, bool isDate, double length);
 
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);
 
-// Returns the label of a tick. `isPercent`: the tick is a share of a stack in hundredths. `isDate`: it is a
-// day.
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
+enum class TickKind {
+    Number,
+    Share,  // of a stack, in hundredths
+    Day
+};
+// Returns the label of a tick.
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, TickKind kind,
                      const Culture& culture);
 
 }  // namespace rdl::layout

@@ -28,7 +28,7 @@ void Number(CirclePlot& plot) {
         const double share = plot.numbers.Share(tick);
         if (share < 1 - 1e-9) {  // the last one lies on the first
             plot.spokes.push_back((axis.reverse ? -share : share) * Turn);
-            plot.names.push_back(TickText(axis, plot.numbers, tick, false, false, *plot.data.culture));
+            plot.names.push_back(TickText(axis, plot.numbers, tick, TickKind::Number, *plot.data.culture));
         }
     }
 }
@@ -70,8 +70,8 @@ double NameGap(const CirclePlot& plot, double angle) {
 }
 
 // The largest radius at which all names that are drawn lie within the room.
-double RadiusFor(CirclePlot& plot, const Rect& room) {
-    const double most = std::min(room.width, room.height) / 2;
+double RadiusFor(CirclePlot& plot, const Rect& available) {
+    const double most = std::min(available.width, available.height) / 2;
     if (!HasNames(plot)) {
         return most;
     }
@@ -80,27 +80,27 @@ double RadiusFor(CirclePlot& plot, const Rect& room) {
     plot.every = static_cast<std::size_t>(std::max(1.0, std::ceil(Canvas::LineHeight(style) / around)));
     double radius = most - TickGap;
     for (std::size_t i = 0; i < plot.names.size(); i += plot.every) {
-        plot.names[i] = Shortened(plot.names[i], style, room.width * LargestName);
+        plot.names[i] = Shortened(plot.names[i], style, available.width * LargestName);
         const Extents size = Canvas::Measure(plot.names[i], style);
         const double across = std::abs(std::sin(plot.spokes[i])), up = std::abs(std::cos(plot.spokes[i]));
         const double gap = NameGap(plot, plot.spokes[i]);
         if (across > 0.01) {
-            radius = std::min(radius, (room.width / 2 - size.width * (1 + across) / 2) / across - gap);
+            radius = std::min(radius, (available.width / 2 - size.width * (1 + across) / 2) / across - gap);
         }
         if (up > 0.01) {
-            radius = std::min(radius, (room.height / 2 - size.height * (1 + up) / 2) / up - gap);
+            radius = std::min(radius, (available.height / 2 - size.height * (1 + up) / 2) / up - gap);
         }
     }
     return radius;
 }
 
 // The titles of axes stand beside the plot.
-void Titles(const CirclePlot& plot, Rect& room) {
+void Titles(const CirclePlot& plot, Rect& available) {
     const auto draw = [&](const ChartAxisData& axis, const char* position) {
         if (axis.visible) {
             ChartCaption title = axis.title;
             title.position = position;
-            DrawTitle(title, room, plot.canvas);
+            DrawTitle(title, available, plot.canvas);
         }
     };
     draw(plot.area.valueAxes.front(), "LeftCenter");
@@ -195,8 +195,8 @@ void ValueAxis(const CirclePlot& plot, std::size_t index) {
         }
         if (axis.labels && HasTexts(plot)) {
             const double x = spot.x + side * (TickLength + TickGap / 2);
-            const std::string text = TickText(axis, scale, tick, false, false, *plot.data.culture);
-            const double most = axis.opposite ? plot.room.Right() - x : x - plot.room.x;
+            const std::string text = TickText(axis, scale, tick, TickKind::Number, *plot.data.culture);
+            const double most = axis.opposite ? plot.available.Right() - x : x - plot.available.x;
             plot.canvas.Text(Shortened(text, *axis.style, most), *axis.style, {x, spot.y},
                              {axis.opposite ? 0.0 : 1.0, 0.5});
         }
@@ -240,16 +240,16 @@ std::vector<PathOp::Segment> CirclePlot::Outline(double share) const {
     return segments;
 }
 
-void PlaceCircle(CirclePlot& plot, const Rect& room) {
-    Rect rest = plot.room = room;
+void PlaceCircle(CirclePlot& plot, const Rect& available) {
+    Rect rest = plot.available = available;
     Titles(plot, rest);
     Spokes(plot);
     plot.reaches = StackRows(plot.area);
     plot.radius = RadiusFor(plot, rest);
     if (!HasTexts(plot)) {
-        rest = room;
+        rest = available;
         plot.every = std::max<std::size_t>(plot.every, plot.spokes.size());
-        plot.radius = std::min(room.width, room.height) / 2;
+        plot.radius = std::min(available.width, available.height) / 2;
     }
     plot.center = {rest.x + rest.width / 2, rest.y + rest.height / 2};
     for (std::size_t i = 0; i < plot.area.valueAxes.size(); ++i) {

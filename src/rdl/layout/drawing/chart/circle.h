@@ -15,7 +15,7 @@ struct CirclePlot {
     const ChartData& data;
     const ChartAreaData& area;
     Canvas& canvas;
-    Rect room = {};
+    Rect available = {};
     Spot center = {};
     double radius = 0;
     bool polygon = false;   // grid lines have corners at the spokes
@@ -37,7 +37,7 @@ struct CirclePlot {
 };
 
 // Places the plot in the room: centre, radius, spokes and scales.
-void PlaceCircle(CirclePlot& plot, const Rect& room);
+void PlaceCircle(CirclePlot& plot, const Rect& available);
 // Draws background, stripes and grid lines, before the series.
 void DrawCircleGrid(const CirclePlot& plot);
 // Draws the outline, the names around it and the value axes, which go from the centre to the top.

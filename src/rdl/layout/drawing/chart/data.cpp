@@ -165,7 +165,7 @@ class ChartEvaluator {
         }
     }
 
-    // What a member is called: its label, else what it is grouped by.
+    // Returns the name of a member: its label, else the value that it is grouped by.
     Value Called(TableAxis axis, const Leaf::Step& step) {
         const Expr& label =
             (axis == TableAxis::Rows ? m_chart.seriesLabels : m_chart.categoryLabels)[At(step.member)];

@@ -34,11 +34,11 @@ DrawArea DrawerOf(const ChartAreaData& area) {
     }
 }
 
-void DrawAreas(const ChartData& data, const Rect& room, Canvas& canvas) {
+void DrawAreas(const ChartData& data, const Rect& available, Canvas& canvas) {
     const auto shown = static_cast<double>(std::count_if(
         data.areas.begin(), data.areas.end(), [](const ChartAreaData& area) { return !area.rows.empty(); }));
-    Rect part = room;
-    part.height = room.height / std::max(shown, 1.0);
+    Rect part = available;
+    part.height = available.height / std::max(shown, 1.0);
     for (const ChartAreaData& area : data.areas) {
         if (!area.rows.empty()) {
             DrawerOf(area)(data, area, part, canvas);
@@ -48,9 +48,9 @@ void DrawAreas(const ChartData& data, const Rect& room, Canvas& canvas) {
 }
 
 // A chart too small for its titles and legends is drawn without them.
-bool IsTooSmall(const Rect& room) {
+bool IsTooSmall(const Rect& available) {
     constexpr double Least = 16;  // points
-    return room.width < Least || room.height < Least;
+    return available.width < Least || available.height < Least;
 }
 
 }  // namespace
@@ -65,32 +65,32 @@ std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, 
     if (whole.width <= 0 || whole.height <= 0) {
         return drawing;
     }
-    Rect room = whole;
+    Rect available = whole;
     for (const ChartCaption& title : data.titles) {
         drawing->description += (drawing->description.empty() || title.text.empty() ? "" : ", ") + title.text;
-        DrawTitle(title, room, canvas);
+        DrawTitle(title, available, canvas);
     }
     if (drawing->description.empty()) {
         drawing->description = data.name;
     }
     if (data.message) {
-        const std::string text = Wrapped(data.message->text, *data.message->style, room.width);
-        canvas.Text(text, *data.message->style, {room.x + room.width / 2, room.y + room.height / 2},
-                    {0.5, 0.5});
+        const std::string text = Wrapped(data.message->text, *data.message->style, available.width);
+        canvas.Text(text, *data.message->style,
+                    {available.x + available.width / 2, available.y + available.height / 2}, {0.5, 0.5});
         return drawing;
     }
     for (const ChartLegendData& legend : data.legends) {
-        if (!IsTooSmall(room)) {
-            DrawLegend(data, legend, room, canvas);
+        if (!IsTooSmall(available)) {
+            DrawLegend(data, legend, available, canvas);
         }
     }
-    if (IsTooSmall(room)) {
+    if (IsTooSmall(available)) {
         drawing->content = Page();
         drawing->content.width = width;
         drawing->content.height = height;
-        room = whole;
+        available = whole;
     }
-    DrawAreas(data, room, canvas);
+    DrawAreas(data, available, canvas);
     return drawing;
 }
 

@@ -16,7 +16,7 @@ struct Edge {
     const ChartAxisData& axis;
     bool level;  // along the bottom or top
 
-    // Of the share along the axis.
+    // Returns the spot at the share of the axis, `outwards` beside it.
     Spot On(double share, double outwards) const {
         const Rect& in = plot.inside;
         const double along = axis.reverse ? 1 - share : share;
@@ -113,9 +113,9 @@ void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<d
     for (std::size_t i = 0; i < std::min(shares.size(), labels.texts.size()); i += labels.every) {
         Spot spot = edge.On(shares[i], TickLength + TickGap / 2 + turned);
         if (edge.level && labels.degrees == 0) {  // one at an end of the axis stays in the chart
-            const Rect& room = edge.plot.room;
+            const Rect& available = edge.plot.available;
             const double half = Canvas::Measure(labels.texts[i], *edge.axis.style).width / 2;
-            spot.x = std::max(std::min(spot.x, room.Right() - half), room.x + half);
+            spot.x = std::max(std::min(spot.x, available.Right() - half), available.x + half);
         }
         canvas.Text(labels.texts[i], *edge.axis.style, spot, AnchorOf(edge, labels.degrees), labels.degrees);
     }
@@ -153,8 +153,8 @@ void Groups(const Edge& edge, Canvas& canvas) {
             const double half = plot.margin ? 0.5 : 0;
             const double from = plot.CategoryShare(static_cast<double>(span.first) - half);
             const double to = plot.CategoryShare(static_cast<double>(span.first + span.count) - 1 + half);
-            const double room = (to - from) * (edge.level ? plot.inside.width : plot.inside.height);
-            canvas.Text(Shortened(span.label, *edge.axis.style, room), *edge.axis.style,
+            const double available = (to - from) * (edge.level ? plot.inside.width : plot.inside.height);
+            canvas.Text(Shortened(span.label, *edge.axis.style, available), *edge.axis.style,
                         edge.On((from + to) / 2, out + line / 2), {0.5, 0.5}, edge.level ? 0 : -90);
             for (const double end : {from, to}) {
                 canvas.Line(edge.On(end, 0), edge.On(end, out + line), Separator);

@@ -63,7 +63,7 @@ void Funnel(std::vector<Segment>& segments, const ChartLook& look) {
                                      : std::abs(segment.mark->y) / total);
     }
     SetHeights(segments, parts, look);
-    // A cone down to the neck, or each point as wide as its value and as the next one's below.
+    // A cone down to the neck, or each point as wide as its value above and as the next value below.
     const auto cone = [&](double down) {
         const double neck = 1 - look.neckHeight;
         return down >= neck ? look.neckWidth : 1 - (1 - look.neckWidth) * down / neck;
@@ -104,8 +104,12 @@ void Pyramid(std::vector<Segment>& segments, const ChartLook& look) {
 // A series in its part of the room.
 class StackDrawer {
  public:
-    StackDrawer(const ChartRow& row, const Rect& room, Canvas& canvas)
-        : m_row(row), m_room(room), m_inside(room), m_canvas(canvas), m_segments(SegmentsOf(row)) {
+    StackDrawer(const ChartRow& row, const Rect& available, Canvas& canvas)
+        : m_row(row),
+          m_available(available),
+          m_inside(available),
+          m_canvas(canvas),
+          m_segments(SegmentsOf(row)) {
         m_cone = row.definition->kind == ChartKind::Funnel && !row.look.byWidth;
         row.definition->kind == ChartKind::Funnel ? Funnel(m_segments, row.look)
                                                   : Pyramid(m_segments, row.look);
@@ -114,7 +118,7 @@ class StackDrawer {
             for (const Segment& segment : m_segments) {
                 widest = std::max(widest, SizeOf(*segment.mark).width);
             }
-            m_inside.width = std::max(room.width - widest - Leader - LabelGap, room.width / 2);
+            m_inside.width = std::max(available.width - widest - Leader - LabelGap, available.width / 2);
         }
     }
 
@@ -148,7 +152,7 @@ class StackDrawer {
         const Extents size = SizeOf(*segment.mark);
         const double narrow = std::min(segment.upper, segment.lower),
                      wide = std::max(segment.upper, segment.lower);
-        return size.height > (segment.bottom - segment.top) * m_room.height ||
+        return size.height > (segment.bottom - segment.top) * m_available.height ||
                size.width > (narrow + wide) / 2 * m_inside.width;
     }
 
@@ -176,18 +180,18 @@ class StackDrawer {
         const ChartMark& mark = *segment.mark;
         const double middle = (segment.top + segment.bottom) / 2;
         if (!IsOutside(segment)) {
-            m_canvas.Text(mark.label, InsideLetters(mark), At(0, middle, 1), {0.5, 0.5});
+            m_canvas.Text(mark.label, InsideTextStyle(mark), At(0, middle, 1), {0.5, 0.5});
             return;
         }
         const Spot from = At((segment.upper + segment.lower) / 2, middle, 1);
         const Spot to{from.x + Leader, from.y};
         m_canvas.Line(from, to, {LineStyle::Solid, 0xFF808080, 0.5F});
-        m_canvas.Text(Shortened(mark.label, *mark.labelStyle, m_room.Right() - to.x - 2), *mark.labelStyle,
-                      {to.x + 2, to.y}, {0, 0.5});
+        m_canvas.Text(Shortened(mark.label, *mark.labelStyle, m_available.Right() - to.x - 2),
+                      *mark.labelStyle, {to.x + 2, to.y}, {0, 0.5});
     }
 
     const ChartRow& m_row;
-    const Rect m_room;
+    const Rect m_available;
     Rect m_inside;  // of the shape
     Canvas& m_canvas;
     std::vector<Segment> m_segments;
@@ -196,11 +200,11 @@ class StackDrawer {
 
 }  // namespace
 
-void DrawFunnels(const ChartData&, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
-    canvas.Box(room, area.box.get());
+void DrawFunnels(const ChartData&, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
+    canvas.Box(available, area.box.get());
     // Several series stand beside each other.
-    Rect part = room;
-    part.width = room.width / static_cast<double>(area.rows.size());
+    Rect part = available;
+    part.width = available.width / static_cast<double>(area.rows.size());
     for (const ChartRow& row : area.rows) {
         Rect inside = part;
         const double gap = area.rows.size() > 1 ? std::min(LabelGap, part.width / 8) : 0;

@@ -17,7 +17,7 @@ Rect BoxOf(Spot spot, Anchor anchor, Extents size) {
 
 }  // namespace
 
-void LabelPlacer::Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor,
+void LabelPlacer::Place(const ChartMark& mark, const CharStyle& textStyle, Spot spot, Anchor anchor,
                         bool mayMove) {
     spot.x += (0.5 - anchor.across) * 2 * LabelMargin;
     spot.y += (0.5 - anchor.down) * 2 * LabelMargin;
@@ -33,7 +33,7 @@ void LabelPlacer::Place(const ChartMark& mark, const CharStyle& letters, Spot sp
     const Rect box = BoxOf(spot, anchor, size);
     m_drawn.push_back(box);
     m_canvas.Box(box, mark.labelBox.get());
-    m_canvas.Text(mark.label, letters, {box.x + box.width / 2, box.y + box.height / 2}, {0.5, 0.5},
+    m_canvas.Text(mark.label, textStyle, {box.x + box.width / 2, box.y + box.height / 2}, {0.5, 0.5},
                   mark.labelTurn);
 }
 
@@ -65,15 +65,15 @@ bool IsAutomatic(const std::string& position) {
     return position.empty() || EqualNoCase(position, "Auto");
 }
 
-CharStyle LegibleOn(Color below, const CharStyle& letters, bool ownColor) {
-    CharStyle legible = letters;
+CharStyle LegibleOn(Color below, const CharStyle& textStyle, bool ownColor) {
+    CharStyle legible = textStyle;
     if (!ownColor && IsDark(below)) {
         legible.color = 0xFFFFFFFF;
     }
     return legible;
 }
 
-CharStyle InsideLetters(const ChartMark& mark) {
+CharStyle InsideTextStyle(const ChartMark& mark) {
     return LegibleOn(mark.color, *mark.labelStyle, mark.ownLabelColor);
 }
 

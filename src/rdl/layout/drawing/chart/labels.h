@@ -16,7 +16,7 @@ class LabelPlacer {
  public:
     explicit LabelPlacer(Canvas& canvas) : m_canvas(canvas) {}
     // Draws the label of a point. One that `mayMove` is moved when it would cover another one.
-    void Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor, bool mayMove);
+    void Place(const ChartMark& mark, const CharStyle& textStyle, Spot spot, Anchor anchor, bool mayMove);
 
  private:
     bool Covers(const Rect& box) const;
@@ -32,8 +32,8 @@ bool IsAutomatic(const std::string& position);
 
 // Returns the style of text on the colour `below`: white on a dark one, unless it has a colour of its
 // own.
-CharStyle LegibleOn(Color below, const CharStyle& letters, bool ownColor);
+CharStyle LegibleOn(Color below, const CharStyle& textStyle, bool ownColor);
 // The same for a label that lies on its point.
-CharStyle InsideLetters(const ChartMark& mark);
+CharStyle InsideTextStyle(const ChartMark& mark);
 
 }  // namespace rdl::layout

@@ -88,7 +88,7 @@ void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
     }
 }
 
-// Entries in a table of so many columns, all cells alike.
+// The measures of a legend whose entries are a table of equal cells.
 struct LegendGrid {
     std::size_t columns = 1, rows = 1, shown = 0;
     double cellWidth = 0, cellHeight = 0, symbol = 0, titleHeight = 0;
@@ -96,8 +96,8 @@ struct LegendGrid {
     double Height() const { return static_cast<double>(rows) * cellHeight + titleHeight + LegendGap; }
 };
 
-LegendGrid LegendGridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, const Rect& room,
-                        bool beside) {
+LegendGrid LegendGridOf(const ChartLegendData& legend, const std::vector<Entry>& entries,
+                        const Rect& available, bool beside) {
     LegendGrid grid;
     const CharStyle& style = *legend.style;
     grid.symbol = static_cast<double>(style.size) * 0.8;
@@ -106,13 +106,13 @@ LegendGrid LegendGridOf(const ChartLegendData& legend, const std::vector<Entry>&
     for (const Entry& entry : entries) {
         grid.cellWidth = std::max(grid.cellWidth, Canvas::Measure(entry.text, style).width);
     }
-    const double most = room.width * (beside ? LargestShare : 1) - LegendGap;
+    const double most = available.width * (beside ? LargestShare : 1) - LegendGap;
     grid.cellWidth = std::min(grid.cellWidth + 2 * grid.symbol + SymbolGap + LegendGap, most);
     const auto fitting =
         static_cast<std::size_t>(std::max(1.0, std::floor(most / std::max(grid.cellWidth, 1.0))));
-    const auto high = static_cast<std::size_t>(
-        std::max(1.0, std::floor((room.height * (beside ? 1 : LargestShare) - grid.titleHeight - LegendGap) /
-                                 grid.cellHeight)));
+    const auto high = static_cast<std::size_t>(std::max(
+        1.0, std::floor((available.height * (beside ? 1 : LargestShare) - grid.titleHeight - LegendGap) /
+                        grid.cellHeight)));
     const std::size_t count = std::max<std::size_t>(entries.size(), 1);
     grid.columns = beside ? std::min(fitting, (count + high - 1) / high) : std::min(fitting, count);
     if (!beside && EqualNoCase(legend.layout, "Column")) {
@@ -163,7 +163,7 @@ void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& 
     }
 }
 
-void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas) {
+void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& available, Canvas& canvas) {
     const std::vector<Entry> entries = EntriesOf(data);
     if (entries.empty()) {
         return;
@@ -171,9 +171,9 @@ void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room
     const auto begins = [&](std::string_view word) {
         return EqualNoCase(legend.position.substr(0, word.size()), word);
     };
-    const LegendGrid grid = LegendGridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
-    const Rect area =
-        DockAt(legend.position.empty() ? "RightTop" : legend.position, {grid.Width(), grid.Height()}, room);
+    const LegendGrid grid = LegendGridOf(legend, entries, available, !begins("Top") && !begins("Bottom"));
+    const Rect area = DockAt(legend.position.empty() ? "RightTop" : legend.position,
+                             {grid.Width(), grid.Height()}, available);
     canvas.Box(area, legend.box.get());
     if (!legend.title.text.empty()) {
         canvas.Text(Shortened(legend.title.text, *legend.title.style, area.width), *legend.title.style,

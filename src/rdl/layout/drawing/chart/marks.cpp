@@ -181,7 +181,7 @@ class LabelDrawer {
                     m_plot.swapped ? Anchor{negative ? 1.0 : 0.0, 0.5} : Anchor{0.5, negative ? 0.0 : 1.0};
             }
         }
-        m_placer.Place(mark, inside ? InsideLetters(mark) : *mark.labelStyle, spot, anchor,
+        m_placer.Place(mark, inside ? InsideTextStyle(mark) : *mark.labelStyle, spot, anchor,
                        automatic && !inside);
     }
 

@@ -32,7 +32,7 @@ Extents LargestLabel(const ChartRow& row) {
     return largest;
 }
 
-// A slice where it lies.
+// A slice with its place.
 struct Cut {
     const ChartMark* mark;
     RingSlice slice;
@@ -64,20 +64,20 @@ std::vector<Cut> CutsOf(const ChartRow& row, const RingSlice& ring, bool explode
 }
 
 // A label that its slice has no room for stands beside it, with a line to it.
-void Label(const Cut& cut, bool outside, const Rect& room, Canvas& canvas) {
+void Label(const Cut& cut, bool outside, const Rect& available, Canvas& canvas) {
     const ChartMark& mark = *cut.mark;
     if (mark.label.empty()) {
         return;
     }
     if (!outside && cut.HasRoomForLabel()) {
-        canvas.Text(mark.label, InsideLetters(mark), cut.slice.LabelSpot(), {0.5, 0.5});
+        canvas.Text(mark.label, InsideTextStyle(mark), cut.slice.LabelSpot(), {0.5, 0.5});
         return;
     }
     const Border line{LineStyle::Solid, 0xFF808080, 0.5F};
     const Spot from = OnCircle(cut.slice.center, cut.slice.outer, cut.slice.Middle());
     const Spot to = OnCircle(cut.slice.center, cut.slice.outer + Leader, cut.slice.Middle());
     const bool right = std::sin(cut.slice.Middle()) >= 0;
-    const double most = right ? room.Right() - to.x - LabelGap : to.x - room.x - LabelGap;
+    const double most = right ? available.Right() - to.x - LabelGap : to.x - available.x - LabelGap;
     canvas.Line(from, to, line);
     canvas.Text(Shortened(mark.label, *mark.labelStyle, most), *mark.labelStyle,
                 {to.x + (right ? 2 : -2), to.y}, {right ? 0.0 : 1.0, 0.5});
@@ -85,13 +85,13 @@ void Label(const Cut& cut, bool outside, const Rect& room, Canvas& canvas) {
 
 }  // namespace
 
-void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
-    canvas.Box(room, area.box.get());
+void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
+    canvas.Box(available, area.box.get());
     const ChartRow& first = area.rows.front();
     const bool exploded = first.definition->exploded && area.rows.size() == 1;  // rings stay together
-    const double side = std::min(room.width, room.height);
+    const double side = std::min(available.width, available.height);
     const double widest = std::max(side / 2 - LabelGap, side / 4);
-    const Spot center{room.x + room.width / 2, room.y + room.height / 2};
+    const Spot center{available.x + available.width / 2, available.y + available.height / 2};
     const bool doughnut = first.definition->kind == ChartKind::Doughnut;
     const double grown = exploded ? 1 + ExplodedShare : 1;
 
@@ -103,8 +103,8 @@ void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Can
     double radius = widest;
     if (outside) {
         const Extents label = LargestLabel(first);
-        radius = std::min(room.width / 2 - label.width - Leader - LabelGap,
-                          room.height / 2 - label.height - Leader);
+        radius = std::min(available.width / 2 - label.width - Leader - LabelGap,
+                          available.height / 2 - label.height - Leader);
         radius = std::max(radius, side / 4);
     }
     radius /= grown;
@@ -123,7 +123,7 @@ void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Can
         outer -= thick;
     }
     for (const auto& [cut, aside] : labels) {
-        Label(cut, aside, room, canvas);
+        Label(cut, aside, available, canvas);
     }
 }
 

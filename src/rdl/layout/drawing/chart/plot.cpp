@@ -67,15 +67,15 @@ Spot ChartPlot::At(double category, double value, std::size_t valueAxis) const {
     return {inside.x + inside.width * across, inside.Bottom() - inside.height * up};
 }
 
-void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
-    ChartPlot plot{data, area, canvas, room};
+void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
+    ChartPlot plot{data, area, canvas, available};
     plot.swapped = area.rows.front().definition->kind == ChartKind::Bar;
     plot.scattered = IsScattered(area);
     plot.dates = plot.scattered && AreDates(area);
     const bool usual = !IsOnlyAreas(area);
     plot.margin = HasColumns(area) || area.categoryAxes.front().margin.value_or(usual);
     plot.reaches = StackRows(area);
-    PlaceAxes(plot, room);
+    PlaceAxes(plot, available);
     if (plot.inside.width <= 0 || plot.inside.height <= 0) {
         return;
     }

@@ -31,8 +31,8 @@ struct ChartPlot {
     std::vector<Scale> values = {};  // by value axis
     std::vector<std::vector<ChartReach>> reaches = {};
     // Set by PlaceAxes.
-    Rect room = {};     // of the plot with its axes
-    bool bare = false;  // the axes would leave no room: the plot has none
+    Rect available = {};  // of the plot with its axes
+    bool bare = false;    // the axes would leave no room: the plot has none
     ChartTickLabels categoryLabels = {};
     std::vector<ChartTickLabels> valueLabels = {};
 
@@ -63,8 +63,8 @@ Rect ColumnOf(const ChartPlot& plot, std::size_t row, std::size_t category);
 void DrawGrid(const ChartPlot& plot);
 // Draws lines, ticks, labels and titles of the axes.
 void DrawAxes(const ChartPlot& plot);
-// Computes the space of the axes: sets `inside` to the rest of `room`, or to all of it if the rest would be
-// too small.
-void PlaceAxes(ChartPlot& plot, const Rect& room);
+// Computes the space of the axes: sets `inside` to the rest of `available`, or to all of it if the rest would
+// be too small.
+void PlaceAxes(ChartPlot& plot, const Rect& available);
 
 }  // namespace rdl::layout

@@ -55,9 +55,9 @@ void DrawSeries(const CirclePlot& plot, std::size_t r) {
 
 }  // namespace
 
-void DrawPolar(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
+void DrawPolar(const ChartData& data, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
     CirclePlot plot{data, area, canvas};
-    PlaceCircle(plot, room);
+    PlaceCircle(plot, available);
     DrawCircleGrid(plot);
     for (std::size_t r = 0; r < area.rows.size(); ++r) {
         const ChartRow& row = area.rows[r];

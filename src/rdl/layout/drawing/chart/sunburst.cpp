@@ -75,16 +75,16 @@ struct Sunburst {
 
 }  // namespace
 
-void DrawSunburst(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
-    canvas.Box(room, area.box.get());
+void DrawSunburst(const ChartData& data, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
+    canvas.Box(available, area.box.get());
     const std::vector<ChartNode> nodes = TreeOf(data, area);
     double total = 0;
     for (const ChartNode& node : nodes) {
         total += node.value;
     }
-    const double radius = std::min(room.width, room.height) / 2;
+    const double radius = std::min(available.width, available.height) / 2;
     const double ring = radius / (static_cast<double>(DepthOf(nodes)) + Hole);
-    const Spot center{room.x + room.width / 2, room.y + room.height / 2};
+    const Spot center{available.x + available.width / 2, available.y + available.height / 2};
     Sunburst{area, canvas, center, ring, total}.Draw(nodes, 0, 0);
 }
 

@@ -68,9 +68,9 @@ bool FitsWrapped(double spacing, const CharStyle& style, ChartTickLabels& labels
 void FitNames(double spacing, double most, std::optional<double> angle, const CharStyle& style,
               ChartTickLabels& labels) {
     const double line = Canvas::LineHeight(style);
-    const double room = spacing * static_cast<double>(labels.every) - 2;
-    if (!angle && (Largest(labels.texts, style).width <= room || spacing > 4 * line)) {
-        if (FitsWrapped(room, style, labels)) {
+    const double available = spacing * static_cast<double>(labels.every) - 2;
+    if (!angle && (Largest(labels.texts, style).width <= available || spacing > 4 * line)) {
+        if (FitsWrapped(available, style, labels)) {
             return;
         }
     }
@@ -89,7 +89,8 @@ ChartTickLabels CategoryLabels(const ChartPlot& plot, double length, double most
     double spacing = length * plot.CategoryWidth();
     if (plot.scattered) {
         for (const double tick : plot.numbers.ticks) {
-            labels.texts.push_back(TickText(axis, plot.numbers, tick, false, plot.dates, *plot.data.culture));
+            labels.texts.push_back(TickText(
+                axis, plot.numbers, tick, plot.dates ? TickKind::Day : TickKind::Number, *plot.data.culture));
         }
         spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
         FitNumbers(spacing, length * LargestAxisShare, *axis.style, labels);
@@ -114,8 +115,9 @@ ChartTickLabels ValueLabels(const ChartPlot& plot, std::size_t index, double len
     const Scale& scale = plot.values[index];
     ChartTickLabels labels;
     for (const double tick : scale.ticks) {
-        labels.texts.push_back(
-            TickText(axis, scale, tick, IsPercent(plot.area, index), false, *plot.data.culture));
+        labels.texts.push_back(TickText(axis, scale, tick,
+                                        IsPercent(plot.area, index) ? TickKind::Share : TickKind::Number,
+                                        *plot.data.culture));
     }
     const double spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
     const auto fit = plot.swapped ? FitNumbers : FitUpright;
@@ -160,8 +162,8 @@ bool ChartPlot::IsShown(std::size_t valueAxis) const {
     return area.valueAxes[valueAxis].visible && IsUsed(area, valueAxis);
 }
 
-void PlaceAxes(ChartPlot& plot, const Rect& room) {
-    plot.room = plot.inside = room;
+void PlaceAxes(ChartPlot& plot, const Rect& available) {
+    plot.available = plot.inside = available;
     plot.bare = false;
     constexpr int Passes = 2;  // scales depend on the room that their own texts leave
     for (int pass = 0; pass < Passes; ++pass) {
@@ -171,14 +173,15 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         plot.valueLabels.clear();
         for (std::size_t i = 0; i < plot.area.valueAxes.size(); ++i) {
             plot.values.push_back(ValueScale(plot.area, i, plot.reaches, along));
-            plot.valueLabels.push_back(ValueLabels(plot, i, along, room.width * LargestAxisShare));
+            plot.valueLabels.push_back(ValueLabels(plot, i, along, available.width * LargestAxisShare));
         }
         const ChartAxisData& category = plot.area.categoryAxes.front();
         if (plot.scattered) {
             plot.numbers = NumberScale(plot.area, plot.dates, before.width);
         }
-        plot.categoryLabels = CategoryLabels(plot, plot.swapped ? before.height : before.width,
-                                             (plot.swapped ? room.width : room.height) * LargestAxisShare);
+        plot.categoryLabels =
+            CategoryLabels(plot, plot.swapped ? before.height : before.width,
+                           (plot.swapped ? available.width : available.height) * LargestAxisShare);
         double sides[2][2] = {};  // of the category axis and of value axes: usual side, opposite side
         sides[0][category.opposite] =
             Thickness(category, plot.categoryLabels, plot.scattered ? 0 : plot.data.outer.size());
@@ -194,13 +197,13 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         const double half = HalfLine(plot);
         const double right = std::max(upright[1], plot.swapped || plot.scattered ? 2 * half : half);
         const double top = std::max(level[1], half);
-        plot.inside = {room.x + std::max(upright[0], half), room.y + top,
-                       room.width - std::max(upright[0], half) - right,
-                       room.height - top - std::max(level[0], half)};
+        plot.inside = {available.x + std::max(upright[0], half), available.y + top,
+                       available.width - std::max(upright[0], half) - right,
+                       available.height - top - std::max(level[0], half)};
     }
     if (plot.inside.width < LeastPlot || plot.inside.height < LeastPlot) {
         plot.bare = true;
-        plot.inside = room;
+        plot.inside = available;
     }
 }
 

@@ -107,7 +107,7 @@ std::vector<ChartNode> TreeOf(const ChartData& data, const ChartAreaData& area) 
 
 ChartNodeText TextOf(const ChartNode& node, const ChartAreaData& area) {
     if (node.mark && !node.mark->label.empty()) {
-        return {node.mark->label, InsideLetters(*node.mark)};
+        return {node.mark->label, InsideTextStyle(*node.mark)};
     }
     const ChartAxisData& axis = area.categoryAxes.front();
     if (!axis.visible || !axis.labels) {

@@ -25,7 +25,7 @@ std::vector<ChartNode> TreeOf(const ChartData& data, const ChartAreaData& area);
 // Returns the index of the last group that begins at the category or before it; else 0.
 std::size_t GroupAt(const std::vector<ChartSpan>& spans, std::size_t category);
 
-// What stands on a node: the label of its point, else its name; empty if the chart shows neither.
+// The text on a node: the label of its point, else its name; empty if the chart shows neither.
 struct ChartNodeText {
     std::string text;
     CharStyle style;  // legible on the node's colour

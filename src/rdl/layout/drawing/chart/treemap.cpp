@@ -22,13 +22,13 @@ struct Tile {
 // worst proportions of its tiles become better.
 class Tiler {
  public:
-    Tiler(const std::vector<ChartNode>& nodes, const Rect& room) : m_left(room) {
+    Tiler(const std::vector<ChartNode>& nodes, const Rect& available) : m_left(available) {
         double total = 0;
         for (const ChartNode& node : nodes) {
             total += node.value;
         }
         for (const ChartNode& node : nodes) {
-            m_tiles.push_back({&node, node.value / total * room.width * room.height});
+            m_tiles.push_back({&node, node.value / total * available.width * available.height});
         }
         std::stable_sort(m_tiles.begin(), m_tiles.end(),
                          [](const Tile& a, const Tile& b) { return a.surface > b.surface; });
@@ -86,8 +86,8 @@ class TreeMap {
  public:
     TreeMap(const ChartAreaData& area, Canvas& canvas) : m_area(area), m_canvas(canvas) {}
 
-    void Fill(const std::vector<ChartNode>& nodes, const Rect& room) const {
-        Tiler(nodes, room).ForEach([this](const ChartNode& node, const Rect& place) {
+    void Fill(const std::vector<ChartNode>& nodes, const Rect& available) const {
+        Tiler(nodes, available).ForEach([this](const ChartNode& node, const Rect& place) {
             node.mark ? Leaf(node, place) : Group(node, place);
         });
     }
@@ -130,9 +130,9 @@ class TreeMap {
 
 }  // namespace
 
-void DrawTreeMap(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
-    canvas.Box(room, area.box.get());
-    TreeMap(area, canvas).Fill(TreeOf(data, area), room);
+void DrawTreeMap(const ChartData& data, const ChartAreaData& area, const Rect& available, Canvas& canvas) {
+    canvas.Box(available, area.box.get());
+    TreeMap(area, canvas).Fill(TreeOf(data, area), available);
 }
 
 }  // namespace rdl::layout

@@ -62,14 +62,14 @@ Rect SquareIn(const Rect& area) {
 
 std::string DrawLabelItem(const GaugeItem& label, const Rect& area, const GaugeKit& kit) {
     std::string text = ReadableText(kit.Text(label, "Text"));
-    CharStyle letters = *kit.Styles().TextStyle(label.style, 10);
+    CharStyle textStyle = *kit.Styles().TextStyle(label.style, 10);
     if (kit.Flag(label, "UseFontPercent", false)) {
-        letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * area.height);
+        textStyle.size = static_cast<float>(static_cast<double>(textStyle.size) * Percent * area.height);
     }
     const BoxStylePtr box = kit.Styles().Box(label.style);
     kit.Paper().Box(area, box.get());
-    DrawFitted(text, letters, *box, area, !kit.Is(label, "ResizeMode", "None"), kit.Number(label, "Angle", 0),
-               kit.Paper());
+    DrawFitted(text, textStyle, *box, area, !kit.Is(label, "ResizeMode", "None"),
+               kit.Number(label, "Angle", 0), kit.Paper());
     return text;
 }
 

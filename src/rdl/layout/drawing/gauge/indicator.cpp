@@ -12,7 +12,7 @@ namespace {
 
 constexpr Color IconGray = 0xFF708090;
 
-// The state that a value is in. Of several that reach to it, the one that begins last counts, and of those
+// Returns the state of a value. If several states contain it, the one that begins last counts, and of those
 // the narrowest: 33 is in 33 to 66, not in 0 to 33. An end that is not given is open.
 const GaugeState* StateOf(const GaugeItem& indicator, double value, const GaugeKit& kit) {
     const GaugeState* found = nullptr;
@@ -90,22 +90,22 @@ std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, c
             text = "+" + text;
         }
     }
-    CharStyle letters = *kit.Styles().TextStyle(indicator.style, 10);
+    CharStyle textStyle = *kit.Styles().TextStyle(indicator.style, 10);
     if (const Color own = kit.ColorOf(indicator, "DigitColor"); own >> 24) {
-        letters.color = own;
+        textStyle.color = own;
     }
     const GaugeState* state = value ? StateOf(indicator, *value, kit) : nullptr;
     if (const Color own = state ? kit.ColorOf(*state, "DigitColor") : Transparent; own >> 24) {
-        letters.color = own;
+        textStyle.color = own;
     }
     if (kit.Flag(indicator, "UseFontPercent", false)) {
-        letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * area.height);
+        textStyle.size = static_cast<float>(static_cast<double>(textStyle.size) * Percent * area.height);
     }
     BoxStyle box = *kit.Styles().Box(indicator.style);
     kit.Paper().Box(area, &box);
     box.hAlign = box.hAlign == HAlign::General ? HAlign::Center : box.hAlign;
     box.vAlign = indicator.style.Find(StyleProperty::VerticalAlign) ? box.vAlign : VAlign::Middle;
-    DrawFitted(text, letters, box, area, !kit.Is(indicator, "ResizeMode", "None"), 0, kit.Paper());
+    DrawFitted(text, textStyle, box, area, !kit.Is(indicator, "ResizeMode", "None"), 0, kit.Paper());
     return text;
 }
 

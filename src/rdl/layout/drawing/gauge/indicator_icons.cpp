@@ -125,7 +125,7 @@ void Bars(const Sheet& sheet, int filled) {
     }
 }
 
-// The star as far as it is filled from the left; cut where the filling ends.
+// Draws a star that is filled from the left, as far as `filled` says.
 void Star(const Sheet& sheet, int filled) {
     std::vector<Spot> corners;
     for (int i = 0; i < 10; ++i) {
@@ -253,11 +253,11 @@ void DrawIcon(const std::string& word, const Rect& area, Color color, Canvas& ca
 
 std::string WordsOf(const std::string& icon) {
     std::string words;
-    for (const char letter : icon) {
-        if (IsAsciiUpper(letter) && !words.empty()) {
+    for (const char character : icon) {
+        if (IsAsciiUpper(character) && !words.empty()) {
             words += ' ';
         }
-        words += AsciiLower(letter);
+        words += AsciiLower(character);
     }
     return words;
 }

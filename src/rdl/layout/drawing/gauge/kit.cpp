@@ -136,10 +136,10 @@ void DrawMarker(const std::string& shape, const GaugeTrack& track, double share,
     DrawTurned(corners, track.At(share, place.inner), track.Direction(share), fill, border, canvas);
 }
 
-void DrawFitted(const std::string& text, const CharStyle& letters, const BoxStyle& box, const Rect& area,
+void DrawFitted(const std::string& text, const CharStyle& textStyle, const BoxStyle& box, const Rect& area,
                 bool fillsArea, double degrees, Canvas& canvas) {
-    CharStyle sized = letters;
-    const std::string lines = fillsArea ? text : Wrapped(text, letters, area.width);
+    CharStyle sized = textStyle;
+    const std::string lines = fillsArea ? text : Wrapped(text, textStyle, area.width);
     if (fillsArea) {
         constexpr float Largest = 400;  // points
         const Extents size = Turned(Canvas::Measure(lines, sized), degrees);

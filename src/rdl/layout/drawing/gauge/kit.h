@@ -61,7 +61,7 @@ void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction,
 
 // Draws a text in a rectangle, turned by `degrees`. `fillsArea`: the font size becomes the largest that fits,
 // at most 400 points; else the text keeps its size and is wrapped. `box` gives the alignment.
-void DrawFitted(const std::string& text, const CharStyle& letters, const BoxStyle& box, const Rect& area,
+void DrawFitted(const std::string& text, const CharStyle& textStyle, const BoxStyle& box, const Rect& area,
                 bool fillsArea, double degrees, Canvas& canvas);
 
 }  // namespace rdl::layout

@@ -14,7 +14,7 @@ constexpr std::size_t MostTicks = 500;
 constexpr double Nearly = 1e-9;
 constexpr Color TickGray = 0xFF606060, BandGray = 0xFFB8C0C8, RangeGray = 0xFFC9D6E3;
 
-// Every so much from the scale's low end, or where a number of its own says.
+// Returns the values of the ticks: one at each interval, the first `offset` above the scale's low end.
 std::vector<double> TicksEvery(const Scale& scale, double interval, double offset) {
     std::vector<double> ticks;
     if (!(interval > 0) || (scale.high - scale.low) / interval > static_cast<double>(MostTicks)) {
@@ -57,11 +57,11 @@ std::string NumberText(const GaugeAxis& axis, double value, const GaugeKit& kit)
 
 CharStyle TextStyleOf(const GaugeAxis& axis, const GaugePart& part, const GaugeKit& kit) {
     const Style& own = part.style;
-    CharStyle letters = *kit.Styles().TextStyle(own.properties.empty() ? axis.definition.style : own, 8);
+    CharStyle textStyle = *kit.Styles().TextStyle(own.properties.empty() ? axis.definition.style : own, 8);
     if (kit.Flag(part, "UseFontPercent", false)) {
-        letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * axis.track.unit);
+        textStyle.size = static_cast<float>(static_cast<double>(textStyle.size) * Percent * axis.track.unit);
     }
-    return letters;
+    return textStyle;
 }
 
 struct Tick {
@@ -109,9 +109,9 @@ void DrawTicks(const GaugeAxis& axis, const GaugePart& part, bool minor, const G
 // The middle of a text lies so far from the track that the text ends where it should.
 void DrawLabel(const GaugeAxis& axis, const GaugePart& part, const std::string& text, double value,
                double reach, GaugePlacement placement, const GaugeKit& kit) {
-    CharStyle letters = TextStyleOf(axis, part, kit);
+    CharStyle textStyle = TextStyleOf(axis, part, kit);
     const Color own = RangeColor(axis, "InRangeLabelColor", value, kit);
-    letters.color = own >> 24 ? own : letters.color;
+    textStyle.color = own >> 24 ? own : textStyle.color;
     const double share = axis.ShareOf(value);
     const double direction = axis.track.Direction(share);
     constexpr double DegreesOf = 180 / std::numbers::pi;
@@ -123,14 +123,14 @@ void DrawLabel(const GaugeAxis& axis, const GaugePart& part, const std::string& 
     if (std::abs(degrees) > 90 && !kit.Flag(part, "AllowUpsideDown", false)) {
         degrees = std::remainder(degrees + 180, 360);
     }
-    const Extents size = Turned(Canvas::Measure(text, letters), degrees);
+    const Extents size = Turned(Canvas::Measure(text, textStyle), degrees);
     const double half =
         (std::abs(std::sin(direction)) * size.width + std::abs(std::cos(direction)) * size.height) / 2;
     const double distance = kit.Number(part, "DistanceFromScale", 2) * Percent * axis.track.unit;
     const double away = placement == GaugePlacement::Inside    ? -(reach + distance + half)
                         : placement == GaugePlacement::Outside ? reach + distance + half
                                                                : -distance;
-    kit.Paper().Text(text, letters, axis.track.At(share, away), {0.5, 0.5}, degrees);
+    kit.Paper().Text(text, textStyle, axis.track.At(share, away), {0.5, 0.5}, degrees);
 }
 
 void DrawLabels(const GaugeAxis& axis, const GaugeKit& kit) {

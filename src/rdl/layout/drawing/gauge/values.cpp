@@ -47,7 +47,7 @@ std::optional<double> Apply(GaugeFormula formula, std::vector<double> values) {
     return std::nullopt;
 }
 
-// The instance of the group or region of that name around a place; the whole region when there is none.
+// Returns the instance of the group or region of that name around a place, else the whole region.
 Scope ScopeNamed(const std::string& name, const Scope& place) {
     const Region& region = *place.region;
     for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
@@ -65,7 +65,7 @@ Scope ScopeNamed(const std::string& name, const Scope& place) {
     return {&region, -1, -1, 0, 0};
 }
 
-// The instances of a place's group on one side that lie within another scope.
+// Returns the instances of a place's group on one side that are within another scope.
 std::vector<std::uint32_t> Instances(const Scope& place, const Scope& within, TableAxis axis) {
     const int group = place.Group(axis);
     const int outer = within.Group(axis);

@@ -126,7 +126,7 @@ class MapEvaluator {
             grid.interval = m_styles.Number(part["Interval"]);
             constexpr Color Gray = 0xFFD3D3D3;
             grid.line = m_styles.LineOf(part.style, Gray, 0.5F);
-            grid.letters = m_styles.TextStyle(part.style, 7);
+            grid.textStyle = m_styles.TextStyle(part.style, 7);
         }
         return grid;
     }

@@ -36,7 +36,7 @@ struct MapShapeData {
     std::optional<MapMark> mark;
     std::string label, labelPlacement;
     MapLabelMode labelMode = MapLabelMode::IfItFits;
-    CharStylePtr letters;
+    CharStylePtr textStyle;
     bool ownLabelColor = false;  // set by the report; else chosen to be legible on the polygon
     std::string name;            // values that bind it to its data
     Value value;                 // of the first rule
@@ -82,7 +82,7 @@ struct MapGridData {  // meridians or parallels
     bool isShown = false, hasLabels = false;
     std::optional<double> interval;
     Border line;
-    CharStylePtr letters;
+    CharStylePtr textStyle;
 };
 
 struct MapViewportData {

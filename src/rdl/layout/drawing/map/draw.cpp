@@ -10,19 +10,19 @@ namespace rdl::layout {
 namespace {
 
 // Titles, legends and the colour scale that are outside the viewport, or those inside.
-void DrawParts(const MapData& data, bool outside, Rect& room, Canvas& canvas) {
+void DrawParts(const MapData& data, bool outside, Rect& available, Canvas& canvas) {
     for (const MapTitleData& title : data.titles) {
         if (title.isOutside == outside) {
-            DrawTitle(title.caption, room, canvas);
+            DrawTitle(title.caption, available, canvas);
         }
     }
     for (const MapLegendData& legend : data.legends) {
         if (legend.isOutside == outside) {
-            DrawLegend(legend, room, canvas);
+            DrawLegend(legend, available, canvas);
         }
     }
     if (data.colorScale && data.colorScale->frame.isOutside == outside) {
-        DrawColorScale(*data.colorScale, *data.culture, room, canvas);
+        DrawColorScale(*data.colorScale, *data.culture, available, canvas);
     }
 }
 
@@ -57,12 +57,12 @@ std::shared_ptr<DrawingInstance> DrawMap(const MapData& data, double width, doub
     drawing->content.height = height;
     drawing->description = DescriptionOf(data);
     Canvas canvas(drawing->content);
-    Rect room{0, 0, width, height};
+    Rect available{0, 0, width, height};
     if (HasOutsideParts(data)) {
-        room = {Gap, Gap, width - 2 * Gap, height - 2 * Gap};
+        available = {Gap, Gap, width - 2 * Gap, height - 2 * Gap};
     }
-    DrawParts(data, true, room, canvas);
-    const Rect area = data.viewport.area ? Common(*data.viewport.area, {0, 0, width, height}) : room;
+    DrawParts(data, true, available, canvas);
+    const Rect area = data.viewport.area ? Common(*data.viewport.area, {0, 0, width, height}) : available;
     if (!(area.width > 0) || !(area.height > 0)) {
         return drawing;
     }

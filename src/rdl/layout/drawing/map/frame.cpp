@@ -47,7 +47,7 @@ void DrawGridLine(const MapGridData& grid, const std::vector<Spot>& spots, const
                spot.y >= area.y - Rounding && spot.y <= area.Bottom() + Rounding;
     });
     if (grid.hasLabels && screen.IsGeographic() && inside != spots.end()) {
-        canvas.Text(text, *grid.letters, *inside, anchor);
+        canvas.Text(text, *grid.textStyle, *inside, anchor);
     }
 }
 
@@ -108,7 +108,7 @@ void DrawGrid(const MapData& data, const MapScreen& screen, Canvas& canvas) {
     DrawGridLines(data.viewport.parallels, false, data, screen, canvas);
 }
 
-void DrawLegend(const MapLegendData& legend, Rect& room, Canvas& canvas) {
+void DrawLegend(const MapLegendData& legend, Rect& available, Canvas& canvas) {
     if (legend.entries.empty()) {
         return;
     }
@@ -126,14 +126,14 @@ void DrawLegend(const MapLegendData& legend, Rect& room, Canvas& canvas) {
     const double title = hasTitle ? Canvas::LineHeight(*legend.title.style) : 0;
     const double titleWidth = hasTitle ? Canvas::Measure(legend.title.text, *legend.title.style).width : 0;
     const double width =
-        std::min(std::max(symbolRoom + Gap + text, titleWidth) + 2 * Gap + 1, room.width * LargestShare);
-    const double rows = std::floor((room.height - title - 2 * Gap) / line);
+        std::min(std::max(symbolRoom + Gap + text, titleWidth) + 2 * Gap + 1, available.width * LargestShare);
+    const double rows = std::floor((available.height - title - 2 * Gap) / line);
     if (rows < 1) {
         return;
     }
     const std::size_t shown = std::min(legend.entries.size(), static_cast<std::size_t>(rows));
     const Rect area =
-        DockAt(legend.position, {width, static_cast<double>(shown) * line + title + 2 * Gap}, room);
+        DockAt(legend.position, {width, static_cast<double>(shown) * line + title + 2 * Gap}, available);
     canvas.Box(area, legend.box.get());
     if (hasTitle) {
         canvas.Text(Shortened(legend.title.text, *legend.title.style, width - 2 * Gap), *legend.title.style,
@@ -152,7 +152,7 @@ void DrawLegend(const MapLegendData& legend, Rect& room, Canvas& canvas) {
     }
 }
 
-void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect& room, Canvas& canvas) {
+void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect& available, Canvas& canvas) {
     constexpr double BarHeight = 10, Widest = 250;
     if (scale.bands.empty()) {
         return;
@@ -161,11 +161,12 @@ void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect
     const double label = Canvas::LineHeight(style);
     const bool hasTitle = !scale.frame.title.text.empty();
     const double title = hasTitle ? Canvas::LineHeight(*scale.frame.title.style) : 0;
-    const double width = std::min(Widest, room.width * 0.9), height = BarHeight + label + title + 2 * Gap;
-    if (height > room.height) {
+    const double width = std::min(Widest, available.width * 0.9),
+                 height = BarHeight + label + title + 2 * Gap;
+    if (height > available.height) {
         return;
     }
-    const Rect area = DockAt(scale.frame.position, {width, height}, room);
+    const Rect area = DockAt(scale.frame.position, {width, height}, available);
     canvas.Box(area, scale.frame.box.get());
     if (hasTitle) {
         canvas.Text(Shortened(scale.frame.title.text, *scale.frame.title.style, width),
@@ -195,7 +196,7 @@ void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect
 }
 
 void DrawDistanceScale(const MapLegendData& frame, Color color, const MapScreen& screen,
-                       const Culture& culture, Rect& room, Canvas& canvas) {
+                       const Culture& culture, Rect& available, Canvas& canvas) {
     constexpr double Longest = 80, Thick = 3, Step = 0.01;
     if (!screen.IsGeographic()) {
         return;
@@ -212,8 +213,8 @@ void DrawDistanceScale(const MapLegendData& frame, Color color, const MapScreen&
     const CharStyle& style = *frame.style;
     const std::string text = FormatValue(Value::Real(kilometres), "#,##0.###", culture) + " km";
     const Extents size = Canvas::Measure(text, style);
-    const Rect area =
-        DockAt(frame.position, {std::max(length, size.width) + 2 * Gap, size.height + Thick + 2 * Gap}, room);
+    const Rect area = DockAt(
+        frame.position, {std::max(length, size.width) + 2 * Gap, size.height + Thick + 2 * Gap}, available);
     canvas.Box(area, frame.box.get());
     canvas.Text(text, style, {area.x + area.width / 2, area.y + Gap}, {0.5, 0});
     const double left = area.x + (area.width - length) / 2;

@@ -189,7 +189,7 @@ class LayerEvaluator {
         shape.labelMode = EqualNoCase(mode, "True")    ? MapLabelMode::Always
                           : EqualNoCase(mode, "False") ? MapLabelMode::Never
                                                        : MapLabelMode::IfItFits;
-        shape.letters = m_styles.TextStyle(look.style, 8);
+        shape.textStyle = m_styles.TextStyle(look.style, 8);
         shape.ownLabelColor = look.style.Find(StyleProperty::Color) != nullptr;
     }
 

@@ -29,7 +29,7 @@ struct Frame {
     }
 };
 
-// Omits spots that nobody can tell from the one before.
+// Omits spots that look the same as the one before.
 std::vector<Spot> SpotsOf(const Positions& positions, const MapScreen& screen, Frame& frame) {
     constexpr double Visible = 0.05;  // points
     std::vector<Spot> spots;
@@ -108,18 +108,18 @@ void LabelPolygon(const MapShapeData& shape, const MapScreen& screen, Canvas& ca
         !CenterOf(shape, screen, center, frame)) {
         return;
     }
-    const Extents size = Canvas::Measure(shape.label, *shape.letters);
+    const Extents size = Canvas::Measure(shape.label, *shape.textStyle);
     const bool fits = size.width <= frame.right - frame.left && size.height <= frame.bottom - frame.top;
     if (fits || shape.labelMode == MapLabelMode::Always) {
-        CharStyle letters = *shape.letters;
+        CharStyle textStyle = *shape.textStyle;
         if (!shape.ownLabelColor && IsDark(shape.fill)) {
-            letters.color = 0xFFFFFFFF;
+            textStyle.color = 0xFFFFFFFF;
         }
-        canvas.Text(shape.label, letters, center, {0.5, 0.5});
+        canvas.Text(shape.label, textStyle, center, {0.5, 0.5});
     }
 }
 
-// In the middle of the longest line.
+// Draws the label in the middle of the longest line.
 void LabelLine(const MapShapeData& shape, const MapScreen& screen, Canvas& canvas) {
     const Positions* longest = nullptr;
     for (const Positions& line : shape.geometry->lines) {
@@ -135,7 +135,7 @@ void LabelLine(const MapShapeData& shape, const MapScreen& screen, Canvas& canva
     const bool isBelow = Contains(shape.labelPlacement, "below"),
                isCentred = Contains(shape.labelPlacement, "center");
     const double away = static_cast<double>(shape.border.width) / 2 + LabelGap;
-    canvas.Text(shape.label, *shape.letters,
+    canvas.Text(shape.label, *shape.textStyle,
                 {(from.x + to.x) / 2, (from.y + to.y) / 2 + (isCentred ? 0
                                                              : isBelow ? away
                                                                        : -away)},
@@ -166,7 +166,7 @@ void LabelPoint(const MapShapeData& shape, Spot spot, Canvas& canvas) {
     } else {
         spot.y += away;
     }
-    canvas.Text(shape.label, *shape.letters, spot, anchor);
+    canvas.Text(shape.label, *shape.textStyle, spot, anchor);
 }
 
 void DrawPoints(const MapShapeData& shape, const MapScreen& screen, Canvas& canvas) {

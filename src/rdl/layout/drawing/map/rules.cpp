@@ -26,7 +26,7 @@ Begins EqualIntervals(double low, double high, int count) {
     return begins;
 }
 
-// As many values in each bucket; equal values stay together.
+// Returns buckets with the same number of values each. Equal values stay together.
 Begins EqualShares(const std::vector<double>& sorted, int count) {
     Begins begins;
     for (int i = 0; i < count; ++i) {

@@ -59,10 +59,10 @@ void DrawMark(const MapMark& mark, Spot center, Canvas& canvas);
 // Draws meridians and parallels.
 void DrawGrid(const MapData& data, const MapScreen& screen, Canvas& canvas);
 
-// Each draws one part at its side and subtracts its space from `room`.
-void DrawLegend(const MapLegendData& legend, Rect& room, Canvas& canvas);
-void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect& room, Canvas& canvas);
+// Each draws one part at its side and subtracts its space from `available`.
+void DrawLegend(const MapLegendData& legend, Rect& available, Canvas& canvas);
+void DrawColorScale(const MapColorScaleData& scale, const Culture& culture, Rect& available, Canvas& canvas);
 void DrawDistanceScale(const MapLegendData& frame, Color color, const MapScreen& screen,
-                       const Culture& culture, Rect& room, Canvas& canvas);
+                       const Culture& culture, Rect& available, Canvas& canvas);
 
 }  // namespace rdl::layout
