@@ -23,12 +23,7 @@ std::optional<std::string> IndentOf(const SourceTree& tree, int index) {
 
 }  // namespace
 
-Document::Document(std::string_view bytes)
-    : m_tree([&] {
-          FileText file = ReadFileText(bytes);
-          m_encoding = std::move(file.encoding);
-          return SourceTree(std::move(file.text));
-      }()) {
+Document::Document(FileText file) : m_encoding(std::move(file.encoding)), m_tree(std::move(file.text)) {
     m_indexes.push_back(NoIndex);  // NoElement
     for (int index = 0; index < m_tree.Count(); ++index) {
         m_ids.push_back(static_cast<ElementId>(index + 1));

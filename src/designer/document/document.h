@@ -42,9 +42,13 @@ struct Splice {
 class Document {
  public:
     // Takes the bytes of a file. Raises SourceFlaw if they are not well-formed XML.
-    explicit Document(std::string_view bytes);
+    explicit Document(std::string_view bytes) : Document(ReadFileText(bytes)) {}
     Document(Document&&) = default;
     Document& operator=(Document&&) = default;
+
+    // Returns a document with the same text, in which to try an edit: without steps, with ids of its own and
+    // the same indexes. Its encoding may lack a character of the text; only Bytes minds.
+    Document Copy() const { return Document(FileText{Text(), m_encoding}); }
 
     // Returns the bytes of the file. Raises SourceFlaw if its encoding does not have a character of the text.
     std::string Bytes() const { return WriteFileText(Text(), m_encoding); }
@@ -100,6 +104,7 @@ class Document {
     void MarkSaved() { m_saved = m_done; }
 
  private:
+    explicit Document(FileText file);
     friend class StepGroup;
     struct Change {
         std::size_t offset;  // in the text before the edit

@@ -51,7 +51,7 @@ std::string FaultOfReport(const DesignModel& model, const Document& document) {
 
 std::string FaultOfEdit(const DesignModel& model, const std::function<void(Document&)>& work) {
     try {
-        Document copy(model.Source().Bytes());
+        Document copy = model.Source().Copy();
         work(copy);
         const std::string fault = FaultOfReport(model, copy);
         return fault.empty() || !FaultOfReport(model, model.Source()).empty() ? std::string() : fault;
@@ -65,7 +65,7 @@ ExpressionCheck::ExpressionCheck(const DesignModel& model, Write write)
 
 std::string ExpressionCheck::MessageFor(const std::string& value) const {
     try {
-        Document copy(m_model.Source().Bytes());
+        Document copy = m_model.Source().Copy();
         m_write(copy, value);
         return FaultOfReport(m_model, copy);
     } catch (const EditError& error) {

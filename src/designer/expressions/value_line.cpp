@@ -83,7 +83,7 @@ QString TextWithType(const rdl::Value& value) {
 
 ValuePlace PlaceOf(const DesignModel& model, const ExpressionCheck::Write& write) {
     try {
-        Document copy(model.Source().Bytes());
+        Document copy = model.Source().Copy();
         write(copy, std::string(PlaceMark));
         const std::size_t found = copy.Text().find(PlaceMark);
         const ElementId id = found == std::string::npos ? NoElement : copy.IdAt(copy.Tree().ElementAt(found));
@@ -94,8 +94,6 @@ ValuePlace PlaceOf(const DesignModel& model, const ExpressionCheck::Write& write
         }
         return {.dataSet = id == NoElement ? std::string() : DataSetOfRegion(copy, id)};
     } catch (const EditError&) {
-        return {};
-    } catch (const SourceFlaw&) {  // its encoding
         return {};
     }
 }
@@ -175,7 +173,7 @@ void ValueLine::Compute(const std::string& expression) {
 // then the same, whatever is typed.
 void ValueLine::Start() {
     try {
-        Document copy(m_model.Source().Bytes());
+        Document copy = m_model.Source().Copy();
         m_write(copy, m_place.isOfData ? m_expression : "=Nothing");
         m_label->setEnabled(false);  // it is of what was typed before
         m_button->setEnabled(true);

@@ -14,7 +14,7 @@ ElementId InCopy(const Document& document, ElementId id, const Document& copy) {
 std::optional<std::string> EditInCopy(const DesignModel& model,
                                       const std::function<ElementId(Document&)>& place, std::string_view path,
                                       QWidget* parent) {
-    DesignModel copy{Document(model.Source().Bytes())};
+    DesignModel copy(model.Source().Copy());
     copy.SetFile(model.File());
     ElementId owner = NoElement;
     if (!copy.Edit({}, [&](Document& document) { owner = place(document); }) || owner == NoElement) {

@@ -31,6 +31,7 @@ std::string XmlOfPicture(const EmbeddedPicture& picture) {
 
 }  // namespace
 
+// BytesOf of the animation reads a file as well: a failure there is a run-time error with a number.
 QString ReadPictureFile(const QString& file, EmbeddedPicture& picture) {
     QFile source(file);
     if (!source.open(QIODevice::ReadOnly)) {

@@ -163,7 +163,7 @@ void ProblemsPane::FindProblems() {
                 return;
             }
             if (!copy) {
-                copy.emplace(now.Bytes());
+                copy.emplace(now.Copy());
             }
             if (!Neutralise(*copy, ItemNamedIn(*copy, problem))) {
                 return;

@@ -76,7 +76,7 @@ void CodeDialog::Write(Document& document, const std::string& text) {
 // A fault without a line of the code is its own only if the report had none before.
 bool CodeDialog::Check() {
     m_pause.stop();
-    Document copy(m_model.Source().Bytes());
+    Document copy = m_model.Source().Copy();
     Write(copy, Text());
     const std::string fault = FaultOfReport(m_model, copy);
     const int line = LineIn(fault);

@@ -207,7 +207,7 @@ bool ParametersDialog::FitTypes() {
     }
     std::shared_ptr<reports::RdlReport> report;
     try {
-        Document copy(m_model.Source().Bytes());
+        Document copy = m_model.Source().Copy();
         PutReportParameters(copy, bare);
         report = reports::OpenRdlText(copy.Bytes(), m_model.RunName());
     } catch (const std::exception&) {  // a fault of the report elsewhere, which the dialog does not judge

@@ -13,6 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// ReadPictureFile of the designer reads a file as well, and says why not in words of its own: here a failure
+// has the number that the form which plays the film knows.
 std::string BytesOf(const std::string& path) {
     constexpr std::uintmax_t LargestFile = 64 << 20;
     const fs::path file = paths::ToMachine(path);

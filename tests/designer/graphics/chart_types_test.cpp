@@ -57,14 +57,14 @@ TEST(ChartTypes, WhatIsDrawnIsOfferedOrLeftToTheProperties) {
     const std::set<Words> left = {
         {"Shape", "Plain"},             // a pie by another name
         {"Shape", "CalloutPie"},        // is drawn as a pie
-        {"Shape", "ExplodedDoughnut"},  // these are variants of types that are offered: Subtype has them
+        {"Shape", "ExplodedDoughnut"},  // from here on variants of types that are offered
         {"Doughnut", "Exploded"},
         {"Area", "Smooth"},
         {"Scatter", "SmoothLine"},
         {"Range", "Smooth"},
         {"Range", "Bar"},
         {"Stock", "HighLowClose"},
-        {"Polar", "Plain"},  // its categories are angles, which a chart of a text and a sum does not have
+        {"Polar", "Plain"},  // has angles, which the dialog does not ask for
     };
     std::set<Words> offered;
     for (const ChartType& type : ChartTypes()) {

@@ -73,6 +73,15 @@ TEST(OlderMatrix, GroupsAreAddedAroundAndWithin) {
                   });
 }
 
+TEST(OlderMatrix, ANewGroupTakesAWidthThatIsNone) {
+    const auto odd = [](const std::string& rows) { return With(rows, "2cm", "2 &lt;cm&gt;"); };
+    ExpectEdit(MatrixReport(odd(Rows("R"))), MatrixReport(odd(Rows("R")) + odd(NewRows())), "Add group",
+               [&](Document& document, ElementId matrix) {
+                   AddGroup(document, matrix, Axis::Rows, GroupOfRows(document, "R"), GroupPlace::Child,
+                            {"=Fields!Net_Amount.Value"});
+               });
+}
+
 TEST(OlderMatrix, TheLastGroupOfASideStays) {
     ExpectEdit(MatrixReport(Rows("Q") + Rows("R")), MatrixReport(Rows("R")), "Delete group",
                [](Document& document, ElementId matrix) {
