@@ -9,7 +9,7 @@
 
 #include "platform/base/one_line.h"
 #include "platform/base/text.h"
-#include "platform/posix/file_lock.h"
+#include "platform/posix/lock_attempt.h"
 #include "platform/posix/small_file.h"
 #include "scheduler/RunNotes.h"
 
@@ -31,7 +31,7 @@ void RunTrace::Begin(RunKind kind, const std::string& reportID, const std::strin
         End();
         m_path = RunningFile();
         UniqueFd file(open(m_path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
-        if (file.Get() < 0 || TryLock(file.Get()) != FileLock::Taken) {
+        if (file.Get() < 0 || TryLock(file.Get()) != LockAttempt::Taken) {
             return;
         }
         const std::string line =
@@ -57,7 +57,7 @@ void RunTrace::End() {
 std::optional<CutOffRun> TakeRunTrace() {
     const std::filesystem::path path = RunningFile();
     const UniqueFd file = OpenRegularFile(path);
-    if (file.Get() < 0 || TryLock(file.Get()) != FileLock::Taken) {
+    if (file.Get() < 0 || TryLock(file.Get()) != LockAttempt::Taken) {
         return std::nullopt;
     }
     const std::optional<std::string> text = ReadToEnd(file.Get(), 2 * LongestTitle);

@@ -16,6 +16,7 @@
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "support/fakes.h"
+#include "support/shown_forms.h"
 
 namespace {
 
@@ -51,15 +52,7 @@ class Options : public testing::Test {
         return *Shown();
     }
     // Returns null if no Options dialog is shown.
-    static frmConfig* Shown() {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<frmConfig*>(window);
-            if (form != nullptr && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
+    static frmConfig* Shown() { return fakes::ShownForm<frmConfig>(); }
     static TextBox& Box(const char* name) { return *Shown()->findChild<TextBox*>(name); }
     static void Click(const char* name) {
         QTest::mouseClick(Shown()->findChild<QPushButton*>(name), Qt::LeftButton);

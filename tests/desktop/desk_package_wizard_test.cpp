@@ -8,6 +8,7 @@
 #include "platform/controls/combo_box.h"
 #include "platform/controls/folders/file_list_box.h"
 #include "platform/controls/text_box.h"
+#include "support/shown_forms.h"
 #include "support/temporary_folder.h"
 
 using testing::Contains;
@@ -27,15 +28,7 @@ class DeskPackageWizard : public DeskTest {
         Global::OutputPath.clear();
         DeskTest::TearDown();
     }
-    static frmWiz* Shown() {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<frmWiz*>(top);
-            if (form != nullptr && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
+    static frmWiz* Shown() { return fakes::ShownForm<frmWiz>(); }
     static void Click(const char* name) {
         QTest::mouseClick(Shown()->findChild<QPushButton*>(name), Qt::LeftButton);
     }

@@ -5,6 +5,7 @@
 #include "desk_fixture.h"
 #include "dialogs/frmProp.h"
 #include "platform/controls/text_box.h"
+#include "support/shown_forms.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -33,15 +34,7 @@ class DeskProperties : public DeskTest {
         database.TakeStatements();
         return window;
     }
-    static frmProp* Shown() {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<frmProp*>(top);
-            if (form != nullptr && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
+    static frmProp* Shown() { return fakes::ShownForm<frmProp>(); }
     static void Cancel() {
         QTest::mouseClick(Shown()->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

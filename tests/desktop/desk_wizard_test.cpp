@@ -8,6 +8,7 @@
 #include "platform/base/paths.h"
 #include "platform/controls/folders/common_dialog.h"
 #include "platform/controls/text_box.h"
+#include "support/shown_forms.h"
 #include "support/temporary_folder.h"
 
 using testing::ElementsAre;
@@ -25,15 +26,7 @@ class DeskWizard : public DeskTest {
         Global::CurrentFolder.clear();
         DeskTest::TearDown();
     }
-    static frmAddReport* Shown() {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<frmAddReport*>(top);
-            if (form != nullptr && form->isVisible()) {
-                return form;
-            }
-        }
-        return nullptr;
-    }
+    static frmAddReport* Shown() { return fakes::ShownForm<frmAddReport>(); }
     static void Click(const char* name) {
         QTest::mouseClick(Shown()->findChild<QPushButton*>(name), Qt::LeftButton);
     }

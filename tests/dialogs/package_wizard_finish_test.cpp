@@ -2,6 +2,7 @@
 // The package wizard's last page and its Finish: the mail switch, the rows, and what a failure leaves.
 #include "dialogs/package_wizard_fixture.h"
 #include "platform/controls/animation.h"
+#include "support/shown_forms.h"
 
 namespace {
 
@@ -30,14 +31,7 @@ class PackageFinish : public PackageWizard {
         return "The data has no table of that name; no such table: " + table + " [-2147217865]";
     }
     // Returns null if the waiting form is not shown.
-    static const frmWizDone* Done() {
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<const frmWizDone*>(window) != nullptr && window->isVisible()) {
-                return qobject_cast<const frmWizDone*>(window);
-            }
-        }
-        return nullptr;
-    }
+    static const frmWizDone* Done() { return fakes::ShownForm<frmWizDone>(); }
 };
 
 }  // namespace

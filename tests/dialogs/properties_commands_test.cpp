@@ -7,6 +7,7 @@
 #include "dialogs/properties_fixture.h"
 #include "execution/frmTest.h"
 #include "platform/controls/items/tree_view.h"
+#include "support/shown_forms.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -257,7 +258,7 @@ TEST_F(PropertiesCommands, TestShowsTheUsersFileWithValuesAndFormulaOfTheForm) {
     ASSERT_GE(asked.size(), 3U);
     EXPECT_THAT(Texts(asked.begin(), asked.begin() + 3),
                 ElementsAre("value 1 text North", "value 2 double 2025", "formula 1 = 1"));
-    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
+    EXPECT_EQ(fakes::ShownForms<frmTest>().size(), 1U);
     EXPECT_NE(Shown(), nullptr);
     EXPECT_EQ(Stored("SelectionForm"), "{Sales.Region} = \"N\"");
 }
@@ -275,7 +276,7 @@ TEST_F(PropertiesCommands, TestHandsEachValueOverByItsTypeAndPassesOverWhatItCan
     EXPECT_THAT(Texts(asked.begin(), asked.begin() + 5),
                 ElementsAre("value 1 boolean True", "value 3 date 2026-11-21 00:00:00", "value 4 field x",
                             "value 6 text z", "formula {Sales.Region} = \"N\""));
-    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
+    EXPECT_EQ(fakes::ShownForms<frmTest>().size(), 1U);
     EXPECT_THAT(prompts.boxes, IsEmpty());
     EXPECT_THAT(process.ends, IsEmpty());
 }

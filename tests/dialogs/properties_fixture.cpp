@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/properties_fixture.h"
+#include "support/shown_forms.h"
 
 #include <fstream>
 
@@ -81,13 +82,7 @@ frmProp& PropertiesTest::Open(const std::string& reportID) {
 }
 
 frmProp* PropertiesTest::Shown() const {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* form = qobject_cast<frmProp*>(window);
-        if (form != nullptr && form->isVisible()) {
-            return form;
-        }
-    }
-    return nullptr;
+    return fakes::ShownForm<frmProp>();
 }
 
 void PropertiesTest::LetGo() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The wizard and its report: choosing it, its parameters, its preview, and the texts about it.
 #include "dialogs/wizard_fixture.h"
+#include "support/shown_forms.h"
 
 namespace {
 
@@ -353,7 +354,7 @@ TEST_F(WizardReport, TestShowsTheReportWithoutALogon) {
     GoTo("Step5");
     engine.calls.clear();
     Click("cmdTest");
-    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
+    EXPECT_EQ(fakes::ShownForms<frmTest>().size(), 1U);
     EXPECT_EQ(engine.calls.front(), "open pages");
     EXPECT_TRUE(The<QPushButton>("cmdNext").isEnabled());
     EXPECT_EQ(Page(), "Step5");

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QTest>
 #include <QTreeWidget>
-#include <algorithm>
 
 #include "execution/Preview.h"
 #include "execution/frmTest.h"
@@ -15,6 +14,7 @@
 #include "platform/viewer/report_viewer.h"
 #include "shared/Global.h"
 #include "support/mdi_frame.h"
+#include "support/shown_forms.h"
 
 namespace {
 
@@ -99,19 +99,16 @@ TEST_F(PreviewForm, ForADialogItIsAWindowOfItsOwnAndGoesBackIntoTheFrameForTheNe
     dialog.show();
     Global::ShowPreview(&dialog);
     EXPECT_TRUE(frame.Shown<frmTest>().empty());
-    const auto windows = QApplication::topLevelWidgets();
-    const auto own = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
-        return qobject_cast<const frmTest*>(window) != nullptr && window->isVisible();
-    });
-    ASSERT_NE(own, windows.end());
-    EXPECT_EQ(Caption(**own), "REPORT VIEWER - SALES 2026");
-    EXPECT_EQ(Crp(**own).CurrentPage(), 1);
-    for (const QSize size : {(*own)->size(), QSize(700, 500)}) {
-        (*own)->resize(size);
+    frmTest* const own = fakes::ShownForm<frmTest>();
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(Caption(*own), "REPORT VIEWER - SALES 2026");
+    EXPECT_EQ(Crp(*own).CurrentPage(), 1);
+    for (const QSize size : {own->size(), QSize(700, 500)}) {
+        own->resize(size);
         QApplication::processEvents();
-        EXPECT_EQ(Crp(**own).geometry(), QRect(8, 8, size.width() - 12, size.height() - 12)) << "it fills it";
+        EXPECT_EQ(Crp(*own).geometry(), QRect(8, 8, size.width() - 12, size.height() - 12)) << "it fills it";
     }
-    const QPointer<QWidget> before(*own);
+    const QPointer<QWidget> before(own);
     dialog.hide();
     Show();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -123,12 +120,7 @@ TEST_F(PreviewForm, WindowOfItsOwnIsClosedByTheKeysThatCloseAChildWindow) {
         QDialog dialog;
         dialog.show();
         Global::ShowPreview(&dialog);
-        QPointer<QWidget> own;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<frmTest*>(window) != nullptr && window->isVisible()) {
-                own = window;
-            }
-        }
+        const QPointer<QWidget> own = fakes::ShownForm<frmTest>();
         ASSERT_FALSE(own.isNull());
         own->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(own));

@@ -33,18 +33,6 @@ class MdiFrame : public FakeFrame {
         }
         return forms;
     }
-    // Returns top-level windows in the same way.
-    template <typename Form>
-    static std::vector<Form*> ShownBesideIt() {
-        std::vector<Form*> forms;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            auto* form = qobject_cast<Form*>(window);
-            if (form != nullptr && window->isVisible()) {
-                forms.push_back(form);
-            }
-        }
-        return forms;
-    }
     // A preview in front of a dialog belongs to the real main window, and not to this frame.
     ~MdiFrame() override {
         const QWidgetList windows = QApplication::topLevelWidgets();  // the lists of its boxes are among them

@@ -12,7 +12,7 @@
 
 #include "designer/window/recovery.h"
 #include "platform/base/digest.h"
-#include "platform/posix/file_lock.h"
+#include "platform/posix/lock_attempt.h"
 #include "platform/posix/unique_fd.h"
 
 namespace designer {
@@ -40,9 +40,9 @@ std::optional<UniqueFd> OpenLocked(const fs::path& name) {
         if (handle.Get() < 0) {
             return handle;
         }
-        const FileLock lock = TryLock(handle.Get());
-        if (lock != FileLock::Taken) {
-            return lock == FileLock::Refused ? std::nullopt : std::optional(std::move(handle));
+        const LockAttempt lock = TryLock(handle.Get());
+        if (lock != LockAttempt::Taken) {
+            return lock == LockAttempt::Refused ? std::nullopt : std::optional(std::move(handle));
         }
         if (StandsFor(AT_FDCWD, name.string(), handle.Get())) {
             return handle;

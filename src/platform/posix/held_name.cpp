@@ -18,7 +18,7 @@
 #include <system_error>
 #include <thread>
 
-#include "platform/posix/file_lock.h"
+#include "platform/posix/lock_attempt.h"
 
 namespace {
 
@@ -57,9 +57,9 @@ HeldName MakeHeld(int folder, std::string_view prefix, Make make, Remove remove)
             }
             return held;
         }
-        const FileLock lock = TryLock(held.handle);
-        if (lock == FileLock::Unknown ||
-            (lock == FileLock::Taken && StandsFor(folder, held.name, held.handle))) {
+        const LockAttempt lock = TryLock(held.handle);
+        if (lock == LockAttempt::Unknown ||
+            (lock == LockAttempt::Taken && StandsFor(folder, held.name, held.handle))) {
             held.code = 0;
             return held;
         }
@@ -115,7 +115,7 @@ void RemoveIfLeft(int folder, const fs::path& path) {
         return;
     }
     const bool isLeft = (!IsOfSeveralMachines(handle) || IsOld(facts)) &&
-                        TryLock(handle) == FileLock::Taken && StandsFor(folder, name, handle);
+                        TryLock(handle) == LockAttempt::Taken && StandsFor(folder, name, handle);
     if (isLeft && isFolder) {
         std::error_code ignored;
         fs::remove_all(path, ignored);
@@ -183,10 +183,10 @@ void RemoveLeftovers(const fs::path& folder, std::string_view prefix) {
 bool WaitForLock(int handle, std::chrono::milliseconds longest) {
     constexpr std::chrono::milliseconds Turn(2);
     const auto deadline = SteadyClock::now() + longest;
-    FileLock lock = TryLock(handle);
-    while (lock == FileLock::Refused && SteadyClock::now() < deadline) {
+    LockAttempt lock = TryLock(handle);
+    while (lock == LockAttempt::Refused && SteadyClock::now() < deadline) {
         std::this_thread::sleep_for(Turn);
         lock = TryLock(handle);
     }
-    return lock == FileLock::Taken;
+    return lock == LockAttempt::Taken;
 }

@@ -5,7 +5,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
-#include "platform/posix/file_lock.h"
+#include "platform/posix/lock_attempt.h"
 
 namespace {
 
@@ -26,5 +26,5 @@ void MarkRunning(const std::filesystem::path& folder) {
 }
 
 SchedulersKeptOut::SchedulersKeptOut(const std::filesystem::path& folder) : m_file(OpenMark(folder, 0)) {
-    m_isRunning = m_file.Get() >= 0 && TryLock(m_file.Get()) == FileLock::Refused;
+    m_isRunning = m_file.Get() >= 0 && TryLock(m_file.Get()) == LockAttempt::Refused;
 }

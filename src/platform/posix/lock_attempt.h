@@ -4,14 +4,14 @@
 
 #include <string>
 
-enum class FileLock {
+enum class LockAttempt {
     Taken,
     Refused,  // another open file has it
     Unknown,  // the file system has no locks, or the handle is none
 };
 
 // Takes the lock for this open file alone, without waiting.
-FileLock TryLock(int handle);
+LockAttempt TryLock(int handle);
 
 // Whether the name in the open folder, or AT_FDCWD and a path, is the open file itself: no link to it, and no
 // other file that has come in its place. Whoever releases a lock may have removed its file.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/posix/file_lock.h"
+#include "platform/posix/lock_attempt.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -7,15 +7,15 @@
 
 #include <cerrno>
 
-FileLock TryLock(int handle) {
+LockAttempt TryLock(int handle) {
     int result = 0;
     do {
         result = flock(handle, LOCK_EX | LOCK_NB);
     } while (result != 0 && errno == EINTR);
     if (result == 0) {
-        return FileLock::Taken;
+        return LockAttempt::Taken;
     }
-    return errno == EWOULDBLOCK ? FileLock::Refused : FileLock::Unknown;
+    return errno == EWOULDBLOCK ? LockAttempt::Refused : LockAttempt::Unknown;
 }
 
 bool StandsFor(int folder, const std::string& name, int handle) {
