@@ -11,6 +11,7 @@
 
 #include "designer/expressions/row_table.h"
 #include "designer/model/query_details.h"
+#include "rdl/api/query_rows.h"
 
 namespace designer {
 
