@@ -7,7 +7,6 @@
 #include "designer/expressions/expression_dialog.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
-#include "platform/reports/rdl_report.h"
 
 namespace designer {
 namespace {

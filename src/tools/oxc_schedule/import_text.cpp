@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "platform/base/marks.h"
-#include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/checks.h"

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
 #include "rdl/values/characters.h"
 
