@@ -13,10 +13,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/base/convert.h"
 #include "platform/base/journal.h"
 #include "platform/contracts/process.h"
 #include "platform/contracts/registry.h"
+#include "platform/contracts/runtime.h"
 #include "platform/contracts/stop_gate.h"
 #include "platform/mail/transport/outbox.h"
 #include "platform/posix/service_notify.h"

@@ -16,8 +16,6 @@
 #include "app/Menus.h"
 
 #include "desktop/DeskMenus.h"
-#include "desktop/DeskWindows.h"
-#include "desktop/frmDesk.h"
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/loop.h"

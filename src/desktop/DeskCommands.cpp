@@ -8,7 +8,6 @@
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
 #include "execution/RunReport.h"
-#include "platform/base/convert.h"
 #include "platform/base/marks.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"

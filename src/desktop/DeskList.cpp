@@ -5,14 +5,13 @@
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "execution/RunReport.h"
-#include "platform/base/convert.h"
 #include "platform/base/marks.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
+#include "platform/contracts/runtime.h"
 #include "platform/controls/child_area.h"
 #include "shared/Global.h"
 #include "store/Folders.h"
-#include "store/Upkeep.h"
 
 namespace {
 

@@ -4,7 +4,6 @@
 #include "dialogs/ModalForm.h"
 #include "platform/controls/items/image_list.h"
 #include "platform/controls/kit/window_size.h"
-#include "shared/Global.h"
 #include "store/Folders.h"
 #include "ui_frmFolders.h"
 

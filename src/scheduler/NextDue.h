@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/contracts/dates.h"
-#include "scheduler/Deliveries.h"
+#include "scheduler/RunNotes.h"
 
 namespace Global {
 

@@ -7,7 +7,6 @@
 #include <system_error>
 
 #include "platform/base/paths.h"
-#include "shared/Global.h"
 
 namespace Global {
 

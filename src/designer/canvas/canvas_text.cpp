@@ -8,7 +8,6 @@
 #include "designer/canvas/design_canvas.h"
 #include "designer/canvas/text_editor.h"
 #include "designer/canvas/text_look.h"
-#include "designer/document/properties/properties.h"
 #include "designer/graphics/part_tree.h"
 #include "designer/model/item_text.h"
 #include "platform/base/ascii.h"

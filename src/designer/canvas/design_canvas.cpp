@@ -10,9 +10,6 @@
 #include <cmath>
 #include <map>
 
-#include "designer/canvas/text_editor.h"
-#include "designer/document/item_size.h"
-
 namespace designer {
 namespace {
 

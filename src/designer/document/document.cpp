@@ -6,8 +6,6 @@
 #include <iterator>
 #include <utility>
 
-#include "designer/document/xml_text.h"
-
 namespace designer {
 namespace {
 

@@ -8,7 +8,6 @@
 #include <set>
 
 #include "designer/document/editing.h"
-#include "designer/document/xml_text.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "rdl/api/identifier.h"

@@ -7,7 +7,6 @@
 #include "designer/document/constants.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {

@@ -6,7 +6,6 @@
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
-#include "platform/reports/rdl_report.h"
 
 namespace designer {
 namespace {

@@ -9,7 +9,6 @@
 #include "designer/document/xml_text.h"
 #include "designer/graphics/part_text.h"
 #include "designer/tables/tablix_shape.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {

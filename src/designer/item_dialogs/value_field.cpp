@@ -10,7 +10,6 @@
 #include <QToolButton>
 
 #include "designer/expressions/expression_dialog.h"
-#include "platform/base/text.h"
 #include "rdl/api/style_values.h"
 
 namespace designer {

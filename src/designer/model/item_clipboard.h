@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "designer/document/document.h"
-#include "designer/document/report_items.h"
 
 namespace designer {
 

@@ -10,7 +10,6 @@
 #include "designer/model/report_parameters.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
-#include "platform/base/text.h"
 #include "rdl/api/text_literal.h"
 
 namespace designer {

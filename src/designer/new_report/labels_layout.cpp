@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/new_report/layouts.h"
 #include "designer/new_report/refusal.h"
-#include "designer/new_report/table_parts.h"
 
 namespace designer {
 namespace {

@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 
-#include "designer/new_report/part_names.h"
 #include "platform/base/ascii.h"
 #include "platform/base/caption.h"
 #include "platform/base/text.h"

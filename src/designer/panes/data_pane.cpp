@@ -6,7 +6,6 @@
 #include <QMimeData>
 
 #include "designer/model/field_drag.h"
-#include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/tablix_shape.h"
 

@@ -14,7 +14,6 @@
 #include "designer/model/report_hints.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
-#include "platform/reports/rdl_report.h"
 
 namespace designer {
 namespace {

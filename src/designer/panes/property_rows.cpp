@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "designer/document/constants.h"
-#include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/graphics/part_tree.h"
 #include "designer/model/placing.h"

@@ -9,7 +9,6 @@
 #include "designer/dialogs/note.h"
 #include "designer/model/report_parameters.h"
 #include "platform/base/ascii.h"
-#include "platform/base/text.h"
 #include "rdl/api/identifier.h"
 
 namespace designer {

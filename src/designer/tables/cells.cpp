@@ -12,7 +12,6 @@
 #include "designer/tables/older_matrix.h"
 #include "designer/tables/tablix_shape.h"
 #include "designer/tables/tracks.h"
-#include "platform/base/ascii.h"
 #include "platform/base/caption.h"
 
 namespace designer {

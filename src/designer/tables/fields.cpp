@@ -5,7 +5,6 @@
 #include <iterator>
 #include <tuple>
 
-#include "designer/document/xml_text.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
 #include "rdl/api/identifier.h"

@@ -5,7 +5,6 @@
 
 #include "designer/document/constants.h"
 #include "designer/document/names.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {

@@ -9,7 +9,6 @@
 #include <map>
 
 #include "designer/document/editing.h"
-#include "designer/document/xml_text.h"
 #include "designer/expressions/expression_dialog.h"
 #include "designer/model/embedded_pictures.h"
 #include "designer/model/item_clipboard.h"

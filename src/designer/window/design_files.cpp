@@ -9,7 +9,6 @@
 #include <QTabWidget>
 
 #include "designer/model/report_data.h"
-#include "designer/panes/property_pane.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/preview_page.h"

@@ -15,7 +15,6 @@
 #include "designer/item_dialogs/format_menu.h"
 #include "designer/item_dialogs/group_dialogs.h"
 #include "designer/panes/groups_pane.h"
-#include "designer/panes/property_pane.h"
 #include "designer/panes/table_menu.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/design_window.h"

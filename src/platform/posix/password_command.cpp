@@ -2,7 +2,6 @@
 #include "platform/posix/password_command.h"
 
 #include "platform/base/ascii.h"
-#include "platform/base/convert.h"
 #include "platform/base/one_line.h"
 #include "platform/base/text.h"
 #include "platform/contracts/system_error.h"

@@ -5,7 +5,6 @@
 
 #include "platform/base/ascii.h"
 #include "platform/contracts/regional.h"
-#include "platform/contracts/runtime.h"
 #include "platform/data_provider/statement_text.h"
 #include "platform/data_provider/statement_words.h"
 #include "platform/postgresql/select_order.h"

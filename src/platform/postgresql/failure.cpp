@@ -4,8 +4,6 @@
 #include <array>
 
 #include "platform/base/ascii.h"
-#include "platform/base/convert.h"
-#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 
 namespace {

@@ -15,6 +15,7 @@
 #include "platform/posix/small_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
+#include "platform/regfile/reg_document.h"
 
 namespace {
 

@@ -8,7 +8,6 @@
 
 #include "platform/contracts/registry.h"
 #include "platform/contracts/runtime.h"
-#include "platform/regfile/reg_document.h"
 
 // The file settings.reg in a folder. A write reads the file again under a lock between processes and replaces
 // it as a whole, so that two programs that write different values lose none. A damaged file is read as far as

@@ -9,7 +9,6 @@
 #include "platform/base/convert.h"
 #include "platform/base/date_reader.h"
 #include "platform/base/text.h"
-#include "platform/contracts/clock.h"
 #include "platform/contracts/dates.h"
 #include "platform/contracts/regional.h"
 #include "platform/data_provider/statement_text.h"

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <initializer_list>
 
+#include "rdl/api/connect_string.h"
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
-#include "rdl/data/common/server_address.h"
 #include "rdl/data/files/csv_cursor.h"
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/json_cursor.h"
@@ -19,7 +19,6 @@
 #include "rdl/data/sql/query_text.h"
 #include "rdl/data/sql/sql_cursor.h"
 #include "rdl/data/sql/sqlite_cursor.h"
-#include "rdl/spool/spool.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/row_environment.h"
 
-#include "rdl/data/common/message.h"
 #include "rdl/expr/globals.h"
 #include "rdl/expr/operations/accumulator.h"
 #include "rdl/values/ascii.h"

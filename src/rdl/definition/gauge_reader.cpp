@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "rdl/definition/gauge.h"
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/regions.h"
 #include "rdl/definition/style_reader.h"

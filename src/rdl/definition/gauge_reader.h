@@ -2,7 +2,6 @@
 // Reads the element GaugePanel of the schemas of 2008 and later (MS-RDL, GaugePanel). Raises rdl::Error.
 #pragma once
 
-#include "rdl/definition/gauge.h"
 #include "rdl/definition/item_reader.h"
 
 namespace rdl {

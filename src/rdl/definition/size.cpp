@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/definition/context.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl {

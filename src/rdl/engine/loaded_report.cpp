@@ -5,7 +5,6 @@
 
 #include "rdl/api/host.h"
 #include "rdl/data/common/message.h"
-#include "rdl/definition/context.h"
 #include "rdl/engine/definitions.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/engine/parameter_values.h"

@@ -8,8 +8,6 @@
 #include <utility>
 
 #include "rdl/data/row_environment.h"
-#include "rdl/definition/context.h"
-#include "rdl/expr/language/expression.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/format/format.h"

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "rdl/data/files/data_file.h"
-#include "rdl/definition/context.h"
 #include "rdl/definition/parse.h"
 #include "rdl/engine/images.h"
 #include "rdl/engine/in_stage.h"

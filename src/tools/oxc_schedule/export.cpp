@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/base/text.h"
-#include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/output.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands on folders.
-#include "platform/base/convert.h"
 #include "platform/base/marks.h"
 #include "platform/base/text.h"
 #include "store/Folders.h"

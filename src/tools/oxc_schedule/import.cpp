@@ -13,7 +13,6 @@
 #include "platform/posix/small_file.h"
 #include "store/Folders.h"
 #include "store/TextConventions.h"
-#include "store/Upkeep.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/import_text.h"
 #include "tools/oxc_schedule/next_text.h"

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "platform/base/marks.h"
-#include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "scheduler/Frequencies.h"
 #include "store/TextConventions.h"

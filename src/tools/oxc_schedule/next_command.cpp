@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
 #include "scheduler/ComingRuns.h"
 #include "store/TextConventions.h"

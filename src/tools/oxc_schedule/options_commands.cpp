@@ -2,7 +2,6 @@
 // The commands on the settings that the window Options edits.
 #include <string>
 
-#include "platform/base/convert.h"
 #include "platform/contracts/registry.h"
 #include "platform/mail/book/address_book.h"
 #include "shared/Global.h"

@@ -2,7 +2,6 @@
 #include "tools/oxc_schedule/schedule_rows.h"
 
 #include "dialogs/ParameterRows.h"
-#include "platform/base/convert.h"
 #include "platform/base/marks.h"
 #include "platform/base/paths.h"
 

@@ -10,7 +10,6 @@
 #include "designer/document/names.h"
 #include "designer/document/placeholder_text.h"
 #include "designer/document/properties/property_table.h"
-#include "designer/document/xml_text.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "rdl/api/identifier.h"

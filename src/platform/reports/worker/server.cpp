@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "platform/base/paths.h"
-#include "platform/reports/failure.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
 #include "platform/reports/worker/beats.h"

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/data/common/message.h"
 #include "rdl/format/format.h"
 #include "rdl/format/iso_date.h"
 #include "rdl/values/ascii.h"

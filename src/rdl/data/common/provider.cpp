@@ -7,7 +7,6 @@
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/server_address.h"
 #include "rdl/values/ascii.h"
-#include "rdl/values/error.h"
 #include "rdl/values/named.h"
 
 namespace rdl::data {

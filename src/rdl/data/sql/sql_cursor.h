@@ -6,7 +6,6 @@
 #include <string>
 
 #include "rdl/data/common/cursor.h"
-#include "rdl/data/common/server_address.h"
 #include "rdl/data/sql/query_text.h"
 
 namespace rdl::data {

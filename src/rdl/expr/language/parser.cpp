@@ -6,7 +6,6 @@
 #include "rdl/expr/language/names.h"
 #include "rdl/expr/language/near_name.h"
 #include "rdl/expr/language/nodes.h"
-#include "rdl/expr/operations/convert.h"
 
 namespace rdl::expr {
 namespace {

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <string>
 
-#include "rdl/expr/operations/convert.h"
-
 namespace rdl::expr {
 namespace {
 

@@ -6,7 +6,6 @@
 
 #include "rdl/expr/library/date_parts.h"
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
 #include "rdl/values/characters.h"
 

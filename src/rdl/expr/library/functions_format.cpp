@@ -5,7 +5,6 @@
 #include "rdl/expr/library/composite.h"
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/values/characters.h"
 #include "rdl/values/utf8.h"

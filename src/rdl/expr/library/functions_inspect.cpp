@@ -4,7 +4,6 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/convert.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/characters.h"
 #include "rdl/values/utf8.h"

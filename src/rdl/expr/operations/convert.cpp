@@ -6,7 +6,6 @@
 
 #include "rdl/expr/operations/compare.h"
 #include "rdl/values/ascii.h"
-#include "rdl/values/characters.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::expr {

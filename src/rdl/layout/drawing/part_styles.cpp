@@ -6,11 +6,11 @@
 #include <cmath>
 #include <string_view>
 
-#include "rdl/definition/context.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/model/units.h"
 #include "rdl/layout/plan/style_plan.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::layout {

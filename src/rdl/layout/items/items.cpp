@@ -12,7 +12,6 @@
 #include "rdl/layout/model/links.h"
 #include "rdl/layout/model/markup.h"
 #include "rdl/layout/model/units.h"
-#include "rdl/layout/region/grouping.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {

@@ -6,7 +6,6 @@
 #include "rdl/definition/barcode.h"
 #include "rdl/layout/plan/gauge_plan.h"
 #include "rdl/layout/plan/map_plan.h"
-#include "rdl/values/error.h"
 
 namespace rdl::layout {
 std::unique_ptr<BackgroundPlan> BackgroundPlan::Of(const Style& style, const Programs& programs,

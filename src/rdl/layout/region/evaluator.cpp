@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/evaluator.h"
 
-#include "rdl/definition/context.h"
 #include "rdl/expr/globals.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/error.h"
 #include "rdl/values/index.h"
 
 namespace rdl::layout {

@@ -3,9 +3,9 @@
 
 #include <functional>
 
-#include "rdl/definition/context.h"
 #include "rdl/image/decoder.h"
 #include "rdl/layout/model/image_size.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error.h"
 

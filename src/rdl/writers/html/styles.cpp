@@ -6,8 +6,6 @@
 #include <string_view>
 #include <utility>
 
-#include "rdl/values/ascii.h"
-#include "rdl/writers/common/content.h"
 #include "rdl/writers/html/text.h"
 
 namespace rdl::writers {

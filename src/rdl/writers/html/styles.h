@@ -9,7 +9,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "rdl/layout/model/instance.h"
 #include "rdl/layout/model/style.h"
 
 namespace rdl::writers {

@@ -14,8 +14,8 @@
 #include <string_view>
 #include <vector>
 
+#include "rdl/api/output.h"
 #include "rdl/spool/spool.h"
-#include "rdl/writers/common/writers.h"
 #include "rdl/writers/pdf/compressor.h"
 
 namespace rdl::writers {

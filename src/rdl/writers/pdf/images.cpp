@@ -10,7 +10,6 @@
 #include "rdl/image/decoder.h"
 #include "rdl/image/png_rows.h"
 #include "rdl/image/type.h"
-#include "rdl/values/error.h"
 
 namespace rdl::writers {
 namespace {

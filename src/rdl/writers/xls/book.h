@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "rdl/api/output.h"
 #include "rdl/spool/spool.h"
 #include "rdl/writers/common/image_numbers.h"
-#include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/sheet.h"
 #include "rdl/writers/xls/strings.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "rdl/writers/common/content.h"
+#include "rdl/image/type.h"
 #include "rdl/writers/xls/sheet.h"
 
 namespace rdl::writers {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "rdl/writers/common/writers.h"
+#include "rdl/api/output.h"
 
 namespace rdl::writers {
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
 #include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/xls/box_codes.h"

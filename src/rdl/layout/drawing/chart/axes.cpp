@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/drawing/chart/axes.h"
+#include "rdl/values/ascii.h"
 
 #include <algorithm>
 #include <cmath>
-
-#include "rdl/definition/context.h"
 
 namespace rdl::layout {
 namespace {

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/axes.h"
 #include "rdl/layout/drawing/chart/keywords.h"
 #include "rdl/layout/drawing/chart/points.h"
@@ -12,6 +11,7 @@
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/region/grouping.h"
 #include "rdl/layout/region/leaves.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/index.h"
 

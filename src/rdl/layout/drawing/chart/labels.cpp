@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/model/colors.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

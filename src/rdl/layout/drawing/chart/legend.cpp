@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/chart/keywords.h"
 #include "rdl/layout/drawing/chart/points.h"
 #include "rdl/layout/drawing/chart/tree.h"
 #include "rdl/layout/drawing/docking.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

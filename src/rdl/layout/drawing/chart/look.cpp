@@ -2,8 +2,8 @@
 // The custom attributes of series.
 #include <algorithm>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/points.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/chart/labels.h"
 #include "rdl/layout/drawing/chart/plot.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

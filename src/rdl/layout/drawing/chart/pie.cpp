@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/chart/labels.h"
 #include "rdl/layout/drawing/chart/ring.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/drawing/chart/points.h"
+#include "rdl/values/ascii.h"
 
 #include <algorithm>
-
-#include "rdl/definition/context.h"
 
 namespace rdl::layout {
 namespace {

@@ -6,8 +6,8 @@
 #include <numbers>
 #include <numeric>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/gauge/scale.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/gauge/draw.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

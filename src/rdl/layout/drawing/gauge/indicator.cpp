@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/gauge/draw.h"
 #include "rdl/layout/drawing/gauge/indicator_icons.h"
 

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/model/colors.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

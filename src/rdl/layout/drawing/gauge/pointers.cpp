@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/drawing/gauge/scale.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/drawing/gauge/scale.h"
+#include "rdl/values/ascii.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-
-#include "rdl/definition/context.h"
 
 namespace rdl::layout {
 namespace {

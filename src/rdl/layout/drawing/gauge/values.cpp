@@ -5,8 +5,8 @@
 #include <cmath>
 #include <numeric>
 
-#include "rdl/definition/context.h"
 #include "rdl/layout/region/grouping.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/index.h"
 
 namespace rdl::layout {

@@ -6,7 +6,6 @@
 #include "rdl/layout/drawing/map/keywords.h"
 #include "rdl/layout/drawing/map/layer.h"
 #include "rdl/layout/model/colors.h"
-#include "rdl/layout/model/units.h"
 #include "rdl/layout/region/grouping.h"
 #include "rdl/layout/region/property_reader.h"
 #include "rdl/values/ascii.h"
