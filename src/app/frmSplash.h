@@ -21,7 +21,7 @@ class frmSplash : public QWidget {
     void ShowPainted();
 
     void Form_Load();
-    void Form_Click();
+    void Form_Click();  // a press closes the window before there is a click: Form_MouseDown
     void Form_KeyDown();
     void Form_MouseDown();
     void imgLogo_Click();
