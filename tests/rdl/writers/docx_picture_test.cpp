@@ -2,7 +2,6 @@
 // Pictures in Word documents.
 #include <gmock/gmock.h>
 
-
 #include "rdl/image_bytes.h"
 #include "rdl/raises.h"
 #include "rdl/writers/docx_kit.h"
