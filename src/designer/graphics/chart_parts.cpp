@@ -9,6 +9,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
+#include "designer/document/xml_text.h"
 #include "designer/graphics/chart_elements.h"
 #include "designer/graphics/older_charts.h"
 #include "designer/graphics/part_text.h"

@@ -8,6 +8,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
+#include "designer/document/xml_text.h"
 #include "designer/graphics/chart_parts.h"
 #include "designer/graphics/gauge_parts.h"
 #include "designer/graphics/part_text.h"

@@ -9,6 +9,7 @@
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/tablix_shape.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

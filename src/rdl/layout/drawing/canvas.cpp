@@ -36,7 +36,7 @@ Segment To(Segment::Kind kind, Spot spot) {
 }  // namespace
 
 void Canvas::Rectangle(const Rect& area, Color fill, const Border& border) {
-    if (fill >> 24 && area.width > 0 && area.height > 0) {
+    if (IsVisible(fill) && area.width > 0 && area.height > 0) {
         m_page.ops.emplace_back(RectOp{area.x, area.y, area.width, area.height, fill});
     }
     if (IsVisible(border)) {
@@ -68,7 +68,7 @@ void Canvas::Line(Spot from, Spot to, const Border& border) {
 
 void Canvas::Path(std::vector<Segment> segments, Color fill, const Border& border) {
     const bool stroke = IsVisible(border);
-    if (segments.empty() || (!(fill >> 24) && !stroke)) {
+    if (segments.empty() || (!IsVisible(fill) && !stroke)) {
         return;
     }
     LineStyle style = border.style > LineStyle::DashDotDot || border.style == LineStyle::Double
@@ -131,7 +131,7 @@ Extents Canvas::Measure(const std::string& text, const CharStyle& style) {
 }
 
 void Canvas::Text(const std::string& text, const CharStyle& style, Spot spot, Anchor anchor, double degrees) {
-    if (!(style.color >> 24) || !std::isfinite(spot.x) || !std::isfinite(spot.y)) {
+    if (!IsVisible(style.color) || !std::isfinite(spot.x) || !std::isfinite(spot.y)) {
         return;
     }
     const Extents size = Measure(text, style);

@@ -110,7 +110,7 @@ std::string PartStyles::Format(const Style& style) const {
 Color PartStyles::ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const {
     for (const StyleProperty property : properties) {
         Color color = Transparent;
-        if (ParseColor(Part(style, property), color) && color >> 24) {
+        if (ParseColor(Part(style, property), color) && IsVisible(color)) {
             return color;
         }
     }
@@ -127,7 +127,7 @@ Border PartStyles::LineOf(const Style& style, Color color, float width) const {
     if (style.Find(StyleProperty::BorderWidth)) {
         border.width = std::min(box->left.width, static_cast<float>(MostBorder));
     }
-    if (const Color own = ColorOf(style, {StyleProperty::BorderColor}); own >> 24) {
+    if (const Color own = ColorOf(style, {StyleProperty::BorderColor}); IsVisible(own)) {
         border.color = own;
     }
     return border;

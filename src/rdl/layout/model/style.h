@@ -102,7 +102,7 @@ struct BoxStyle {
     VAlign vAlign = VAlign::Top;
     WritingMode writingMode = WritingMode::Horizontal;
     bool rightToLeft = false;
-    bool HasBackground() const { return background >> 24 || gradient != Gradient::None || picture; }
+    bool HasBackground() const { return IsVisible(background) || gradient != Gradient::None || picture; }
     std::string format, language;  // of the box's value, for typed cells
 };
 using BoxStylePtr = std::shared_ptr<const BoxStyle>;

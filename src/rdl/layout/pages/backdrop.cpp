@@ -96,7 +96,7 @@ class GradientPainter {
  public:
     GradientPainter(const Rect& area, const BoxStyle& box, std::vector<Op>& ops)
         : m_area(area),
-          m_from(box.background >> 24 ? box.background : White),
+          m_from(IsVisible(box.background) ? box.background : White),
           m_to(box.gradientEnd),
           m_ops(ops) {}
 
@@ -218,7 +218,7 @@ void AppendBackdrop(const Rect& area, const BoxStyle& box, std::vector<Op>& ops)
     if (area.width <= Tolerance || area.height <= Tolerance) {
         return;
     }
-    if (box.gradient != Gradient::None && box.gradientEnd >> 24) {
+    if (box.gradient != Gradient::None && IsVisible(box.gradientEnd)) {
         GradientPainter(area, box, ops).Paint(box.gradient);
     }
     if (box.picture) {

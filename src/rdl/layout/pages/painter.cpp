@@ -64,7 +64,7 @@ void Painter::Fill(const Rect& area, const BoxStyle& box) {
     if (!box.HasBackground() || area.width <= 0 || area.height <= 0) {
         return;
     }
-    if (box.background >> 24) {
+    if (IsVisible(box.background)) {
         m_page->ops.emplace_back(RectOp{area.x, area.y, area.width, area.height, box.background});
     }
     if (HasBackdrop(box)) {
@@ -175,7 +175,7 @@ double Painter::Turn::Y(double along, double across) const {
 void Painter::Piece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along,
                     double baseline) {
     const CharStyle& style = piece.run->style ? *piece.run->style : DefaultStyle;
-    if (piece.end == piece.begin || !(style.color >> 24)) {
+    if (piece.end == piece.begin || !IsVisible(style.color)) {
         return;
     }
     const auto textBase = static_cast<std::uint32_t>(m_page->text.size());
@@ -240,7 +240,7 @@ void Painter::WordBreak(const TextPiece& piece, const Turn& turn, double along, 
     const CharStyle& style = piece.run->style ? *piece.run->style : DefaultStyle;
     std::vector<text::GlyphRun> space;
     text::Shape(" ", piece.font, static_cast<double>(style.size), false, space);
-    if (space.size() != 1 || !(style.color >> 24)) {
+    if (space.size() != 1 || !IsVisible(style.color)) {
         return;
     }
     const auto firstGlyph = static_cast<std::uint32_t>(m_page->glyphs.size());

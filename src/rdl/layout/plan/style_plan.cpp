@@ -137,14 +137,14 @@ void Apply(CharStyle& style, StyleProperty property, std::string_view text) {
 // A border without width or colour is none: every format leaves it out, and it hides no other one beside it.
 void DropUnseen(BoxStyle& style) {
     ForSides(style, 0, [](Border& border) {
-        if (border.width <= 0 || border.color >> 24 == 0) {
+        if (!IsVisible(border)) {
             border.style = LineStyle::None;
         }
     });
 }
 void DropUnseen(CharStyle&) {}
 
-// Pictures are no texts: BackgroundPlan works them out.
+// Pictures are no texts: BackgroundPlan computes them.
 bool IsOfPicture(StyleProperty property) {
     return property >= StyleProperty::BackgroundImageSource && property <= StyleProperty::BackgroundPosition;
 }

@@ -218,7 +218,7 @@ void FlowBody::Row(const FlowRow& row, const Place& place) {
 // A body has no fill of its own in a text document: its cells have it.
 FlowRow FlowBody::Filled(FlowRow row, const Place& place) const {
     for (FlowCell& cell : row.cells) {
-        if (IsFilled(place) && cell.background >> 24 == 0) {
+        if (IsFilled(place) && !layout::IsVisible(cell.background)) {
             cell.background = m_backdrop.color;
         }
     }

@@ -87,7 +87,9 @@ class FlowBody {
     double Band(const BandOf& band, const Place& place);
     void Grid(const BandOf& band, const Place& place);
     double Gap(double height, bool table, const Place& place);
-    bool IsFilled(const Place& place) const { return place.level == 0 && m_backdrop.color >> 24; }
+    bool IsFilled(const Place& place) const {
+        return place.level == 0 && layout::IsVisible(m_backdrop.color);
+    }
     // The place of a paragraph that stands alone.
     FlowPlace Alone(const Place& place) const;
     bool Breaks(const Place& place) const { return place.level == 0 && m_breaks && m_hasContent; }

@@ -56,7 +56,8 @@ bool HasLook(const Instance& item) {
     }
     const layout::BoxStyle& box = *item.box;
     const auto shown = [](const Border& border) { return border.style != LineStyle::None; };
-    return box.background >> 24 || shown(box.left) || shown(box.top) || shown(box.right) || shown(box.bottom);
+    return layout::IsVisible(box.background) || shown(box.left) || shown(box.top) || shown(box.right) ||
+           shown(box.bottom);
 }
 
 bool HoldsTable(const Instance& item, int depth) {
@@ -166,7 +167,7 @@ void FlowGrid::PlaceFrame(const Stroke& frame) {
     for (std::size_t row = rows.first; row < rows.end; ++row) {
         for (std::size_t column = columns.first; column < columns.end; ++column) {
             Unit& unit = At(row, column);
-            unit.background = box.background >> 24 ? box.background : unit.background;
+            unit.background = layout::IsVisible(box.background) ? box.background : unit.background;
             if (row == rows.first) {
                 put(unit, Top, box.top);
             }
@@ -290,7 +291,7 @@ FlowCell FlowGrid::PieceCell(const Piece& piece, std::size_t row) const {
     } else if (item.box) {
         const layout::Color behind = cell.background;
         cell.Take(*item.box);
-        cell.background = cell.background >> 24 ? cell.background : behind;
+        cell.background = layout::IsVisible(cell.background) ? cell.background : behind;
     }
     const Span columns{piece.firstColumn, piece.endColumn};
     const bool top = row == piece.firstRow, bottom = row + 1 == piece.endRow;

@@ -199,7 +199,7 @@ void FlowTablix::EdgesOfTable() {
     };
     const layout::BoxStyle& box = *m_item.box;
     for (FlowCell& cell : m_row.cells) {
-        cell.background = cell.background >> 24 ? cell.background : box.background;
+        cell.background = layout::IsVisible(cell.background) ? cell.background : box.background;
         if (m_index == 0) {
             fill(cell.topBorder, box.top);
         }

@@ -50,7 +50,7 @@ const char* BorderName(LineStyle style) {
 
 // The width is in eighths of a point; that of a double border is of one of its lines.
 void AppendBorder(const char* side, const Border& border, std::string& out) {
-    if (border.style == LineStyle::None || border.color >> 24 == 0) {
+    if (!IsVisible(border)) {
         return;
     }
     const double width = static_cast<double>(border.width) / (border.style == LineStyle::Double ? 3 : 1);
@@ -121,7 +121,7 @@ void AppendCellProperties(const FlowCell& cell, const DocxColumns& columns, std:
         out += cell.merge == FlowCell::Merge::First ? "<w:vMerge w:val=\"restart\"/>" : "<w:vMerge/>";
     }
     AppendBorders(cell, out);
-    if (cell.background >> 24) {
+    if (layout::IsVisible(cell.background)) {
         out += "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"" + DocxColor(cell.background) + "\"/>";
     }
     if (cell.writingMode != WritingMode::Horizontal) {

@@ -122,7 +122,7 @@ void AppendRun(std::string_view text, const std::string& properties, std::string
 
 // Shading (17.3.1.31).
 void AppendBackground(const FlowPlace& place, std::string& out) {
-    if (place.background >> 24) {
+    if (layout::IsVisible(place.background)) {
         out += "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"" + DocxColor(place.background) + "\"/>";
     }
 }

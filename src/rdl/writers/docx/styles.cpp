@@ -78,7 +78,7 @@ void AppendCharStyle(const CharStyle* style, Overrides overriding, std::string& 
     AppendSwitch("i", textStyle.italic, overrides, out);
     AppendSwitch("iCs", textStyle.italic, overrides, out);
     AppendSwitch("strike", textStyle.decoration == Decoration::LineThrough, overrides, out);
-    const bool visible = textStyle.color >> 24 != 0;
+    const bool visible = layout::IsVisible(textStyle.color);
     out += "<w:color w:val=\"" + (visible ? DocxColor(textStyle.color) : "auto") + "\"/>";
     const float size = std::isfinite(textStyle.size) ? std::clamp(textStyle.size, 1.0F, 1638.0F) : 10.0F;
     const std::string halfPoints = std::to_string(std::lround(size * 2));

@@ -131,7 +131,7 @@ void AppendGradient(const BoxStyle& box, std::string& css) {
     css += "background-image:";
     for (const char* at = Kinds[static_cast<int>(box.gradient)]; *at; ++at) {
         if (*at == '<') {
-            AppendColor(box.background >> 24 ? box.background : White, css);
+            AppendColor(layout::IsVisible(box.background) ? box.background : White, css);
         } else if (*at == '>') {
             AppendColor(box.gradientEnd, css);
         } else {
@@ -142,12 +142,12 @@ void AppendGradient(const BoxStyle& box, std::string& css) {
 }
 
 void AppendBackground(const BoxStyle& box, std::string& css) {
-    if (box.background >> 24) {
+    if (layout::IsVisible(box.background)) {
         css += "background-color:";
         AppendColor(box.background, css);
         css += ';';
     }
-    if (!box.picture && box.gradient != Gradient::None && box.gradientEnd >> 24) {
+    if (!box.picture && box.gradient != Gradient::None && layout::IsVisible(box.gradientEnd)) {
         AppendGradient(box, css);
     }
 }
@@ -165,9 +165,9 @@ BoxStyle TurnedBack(const BoxStyle& box, HtmlStyles::Place place) {
     const bool hasDirection = box.gradient == Gradient::LeftRight || box.gradient == Gradient::TopBottom ||
                               box.gradient == Gradient::DiagonalLeft ||
                               box.gradient == Gradient::DiagonalRight;
-    if (hasDirection && box.gradientEnd >> 24) {
+    if (hasDirection && layout::IsVisible(box.gradientEnd)) {
         turned.background = box.gradientEnd;
-        turned.gradientEnd = box.background >> 24 ? box.background : White;
+        turned.gradientEnd = layout::IsVisible(box.background) ? box.background : White;
     }
     return turned;
 }

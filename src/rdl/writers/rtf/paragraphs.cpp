@@ -38,7 +38,7 @@ void RtfParagraphs::AppendPlace(const FlowPlace& place, std::string& out) {
         }
     }
     out += place.keepNext ? "\\keepn" : "";
-    if (place.background >> 24) {
+    if (layout::IsVisible(place.background)) {
         AppendWord("\\cbpat", m_styles.Color(place.background), out);
     }
 }

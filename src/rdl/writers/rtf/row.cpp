@@ -46,7 +46,7 @@ const char* BorderWord(LineStyle style) {
 }
 
 void AppendBorder(const char* side, const Border& border, RtfStyles& styles, std::string& out) {
-    if (border.style == LineStyle::None || border.color >> 24 == 0) {
+    if (!IsVisible(border)) {
         return;
     }
     double width = std::clamp(static_cast<double>(border.width), 0.1, WidestBorder);
@@ -77,7 +77,7 @@ void AppendCell(const FlowCell& cell, double right, RtfStyles& styles, std::stri
     if (cell.writingMode != WritingMode::Horizontal) {
         out += cell.writingMode == WritingMode::Vertical ? "\\cltxtbrl" : "\\cltxbtlr";
     }
-    if (cell.background >> 24) {
+    if (layout::IsVisible(cell.background)) {
         AppendWord("\\clcbpat", styles.Color(cell.background), out);
     }
     AppendTwips("\\clftsWidth3\\clwWidth", right - cell.left, out);

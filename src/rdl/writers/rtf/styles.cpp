@@ -46,7 +46,7 @@ int RtfStyles::Font(const std::string& family) {
 }
 
 int RtfStyles::Color(layout::Color color) {
-    if (color >> 24 == 0) {
+    if (!layout::IsVisible(color)) {
         return 0;
     }
     const layout::Color opaque = OnPaper(color);

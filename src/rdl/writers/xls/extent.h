@@ -11,7 +11,7 @@ inline constexpr double Near = 1.0;  // points: edges so close to each other are
 
 // Whether its background has a colour.
 inline bool IsFilled(const layout::Instance& item) {
-    return item.box && item.box->background >> 24;
+    return item.box && layout::IsVisible(item.box->background);
 }
 
 inline bool IsText(const layout::Instance& item) {

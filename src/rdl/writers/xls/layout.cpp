@@ -114,7 +114,7 @@ XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::ui
         return around;
     }
     const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
-    if (item.box->background >> 24) {
+    if (layout::IsVisible(item.box->background)) {
         BeginFill(item.box->background, columns, row);
         around.fill = m_fills.back().number;
     }
@@ -195,7 +195,7 @@ void XlsLayout::Section(layout::SectionInstance& section, bool isFirst, bool isL
     const Columns all = ColumnsAt(0, std::max(section.bodyWidth, 1.0));
     const auto part = [&](const std::vector<Instance>& items, const layout::BoxStylePtr& style,
                           std::uint32_t row, bool top) {
-        const bool fills = !items.empty() && style && style->background >> 24;
+        const bool fills = !items.empty() && style && layout::IsVisible(style->background);
         if (fills) {
             BeginFill(style->background, all, row);
         }

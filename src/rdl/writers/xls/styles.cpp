@@ -63,7 +63,7 @@ std::uint16_t XlsStyles::Format(const std::string& excelFormat) {
 
 // Past the palette's size the nearest colour that is there.
 unsigned XlsStyles::ColorIndex(Color color) {
-    color = color >> 24 ? OnPaper(color) : color | 0xFF000000;
+    color = layout::IsVisible(color) ? OnPaper(color) : color | 0xFF000000;
     auto found = std::find(m_palette.begin(), m_palette.end(), color);
     if (found == m_palette.end() && m_palette.size() < PaletteSize) {
         found = m_palette.insert(m_palette.end(), color);
@@ -110,7 +110,7 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     data.U32(BorderCode(box.left) | BorderCode(box.right) << 4 | BorderCode(box.top) << 8 |
              BorderCode(box.bottom) << 12 | ColorIndex(box.left.color) << 16 |
              ColorIndex(box.right.color) << 23);
-    const bool filled = box.background >> 24 != 0;
+    const bool filled = layout::IsVisible(box.background);
     data.U32(ColorIndex(box.top.color) | ColorIndex(box.bottom.color) << 7 | (filled ? 1u : 0u) << 26);
     data.U16((filled ? ColorIndex(box.background) : 0x40u) | 0x41u << 7);
     return data.bytes();

@@ -20,7 +20,7 @@ constexpr std::size_t LongestFamily = 31;
 
 // To the library a plain 0 is no colour.
 lxw_color_t ColorOf(layout::Color color) {
-    const layout::Color rgb = (color >> 24 ? OnPaper(color) : color) & 0xFFFFFF;
+    const layout::Color rgb = (layout::IsVisible(color) ? OnPaper(color) : color) & 0xFFFFFF;
     return rgb == 0 ? static_cast<lxw_color_t>(LXW_COLOR_BLACK) : rgb;
 }
 
@@ -62,7 +62,7 @@ void SetBorders(lxw_format* format, const BoxStyle& box) {
 void SetBox(lxw_format* format, const BoxStyle& box, HAlign align, bool wrap) {
     constexpr std::int16_t Upwards = 90, Downwards = -90;
     SetBorders(format, box);
-    if (box.background >> 24 != 0) {
+    if (layout::IsVisible(box.background)) {
         format_set_pattern(format, LXW_PATTERN_SOLID);
         format_set_fg_color(format, ColorOf(box.background));
     }
@@ -92,11 +92,12 @@ std::string KeyOf(const layout::Border& border) {
 std::string KeyOf(const BoxStyle& box, const CharStyle& text, HAlign align, std::uint16_t format, bool wrap) {
     std::string key = KeyOf(box.left) + KeyOf(box.right) + KeyOf(box.top) + KeyOf(box.bottom);
     for (const unsigned part :
-         {box.background >> 24 != 0 ? box.background | 0xFF000000 : 0u, static_cast<unsigned>(box.vAlign),
-          static_cast<unsigned>(box.writingMode), box.rightToLeft ? 1u : 0u, static_cast<unsigned>(align),
-          IndentCode(box, align), static_cast<unsigned>(format), wrap ? 1u : 0u,
-          static_cast<unsigned>(text.size * 20), text.color, text.bold || text.weight >= 600 ? 1u : 0u,
-          text.italic ? 1u : 0u, static_cast<unsigned>(text.decoration)}) {
+         {layout::IsVisible(box.background) ? box.background | 0xFF000000 : 0u,
+          static_cast<unsigned>(box.vAlign), static_cast<unsigned>(box.writingMode),
+          box.rightToLeft ? 1u : 0u, static_cast<unsigned>(align), IndentCode(box, align),
+          static_cast<unsigned>(format), wrap ? 1u : 0u, static_cast<unsigned>(text.size * 20), text.color,
+          text.bold || text.weight >= 600 ? 1u : 0u, text.italic ? 1u : 0u,
+          static_cast<unsigned>(text.decoration)}) {
         key += std::to_string(part) + ' ';
     }
     return key + text.family;

@@ -52,7 +52,7 @@ ChartAxisData AxisOf(const ChartAxis& axis, const PartStyles& styles) {
         Style color;
         color.properties.emplace_back(StyleProperty::Color, axis.interlacedColor);
         const Color own = styles.ColorOf(color, {StyleProperty::Color});
-        data.stripe = own >> 24 ? own : StripeGray;
+        data.stripe = IsVisible(own) ? own : StripeGray;
     }
     data.title = styles.Caption(axis.title, 8);
     data.majorGrid = LinesOf(axis.majorGrid, axis.majorGrid.isSet, GridGray, GridLine, styles);

@@ -134,11 +134,12 @@ std::vector<double> SharesOf(const CirclePlot& plot, std::size_t axis, const std
 // Every other ring, and every other sector.
 void Stripes(const CirclePlot& plot) {
     const ChartAxisData& category = plot.area.categoryAxes.front();
-    for (std::size_t i = 0; category.visible && category.stripe >> 24 && i + 1 < plot.spokes.size(); i += 2) {
+    for (std::size_t i = 0; category.visible && IsVisible(category.stripe) && i + 1 < plot.spokes.size();
+         i += 2) {
         plot.canvas.Path(Sector(plot, plot.spokes[i], plot.spokes[i + 1]), category.stripe, Border());
     }
     const ChartAxisData& value = plot.area.valueAxes.front();
-    if (!value.visible || !(value.stripe >> 24)) {
+    if (!value.visible || !IsVisible(value.stripe)) {
         return;
     }
     const std::vector<double> shares = SharesOf(plot, 0, plot.values.front().ticks);

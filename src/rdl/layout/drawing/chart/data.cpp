@@ -238,7 +238,7 @@ class ChartEvaluator {
             row.name = ChartKeywords(text, row, nullptr, {}, *m_data.culture);
         }
         row.color = m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
-        row.ownColor = row.color >> 24 != 0;
+        row.ownColor = IsVisible(row.color);
         if (!row.ownColor) {
             row.color = m_data.PaletteColor(index);
         }
@@ -295,10 +295,10 @@ class ChartEvaluator {
                              !(IsTree(series) && m_rows.size() > 1);
         for (std::size_t i = 0; i < row.marks.size(); ++i) {
             ChartMark& mark = row.marks[i];
-            if (!(mark.color >> 24)) {
+            if (!IsVisible(mark.color)) {
                 mark.color = bySlice ? m_data.PaletteColor(PaletteIndex(series, i)) : row.color;
             }
-            if (!(mark.shapeColor >> 24)) {
+            if (!IsVisible(mark.shapeColor)) {
                 mark.shapeColor = mark.color;
             }
             mark.name = m_data.categories[i];

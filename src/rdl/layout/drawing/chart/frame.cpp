@@ -60,7 +60,7 @@ std::vector<double> MajorShares(const ChartPlot& plot, const Scale* scale) {
 
 void GridLines(const Edge& edge, const Scale* scale, Canvas& canvas) {
     const std::vector<double> major = MajorShares(edge.plot, scale);
-    if (edge.axis.stripe >> 24) {
+    if (IsVisible(edge.axis.stripe)) {
         for (std::size_t i = 0; i + 1 < major.size(); i += 2) {
             const Spot a = edge.On(major[i], 0), b = edge.Across(major[i + 1]);
             canvas.Rectangle(

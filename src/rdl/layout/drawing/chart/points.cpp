@@ -34,7 +34,7 @@ class MarkReader {
         m_mark.color = m_styles.ColorOf(m_point.style, Fills);
         m_mark.border = m_row.border;
         if (!m_point.style.properties.empty()) {
-            const Color color = m_mark.color >> 24 ? m_mark.color : m_row.color;
+            const Color color = IsVisible(m_mark.color) ? m_mark.color : m_row.color;
             m_mark.border = IsStroked(m_series) ? StrokeOf(m_point.style, color, m_styles)
                                                 : m_styles.BorderOf(m_point.style);
         }

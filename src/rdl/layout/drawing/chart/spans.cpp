@@ -55,7 +55,7 @@ void Candle(const Span& span) {
     span.Upright(std::max(open, close), span.place.Bottom());
     const bool up = *mark.end >= *mark.start;
     const Color own = up ? span.row.look.upColor : span.row.look.downColor;
-    span.Body(*mark.start, *mark.end, own >> 24 ? own : up ? White : mark.color);
+    span.Body(*mark.start, *mark.end, IsVisible(own) ? own : up ? White : mark.color);
 }
 
 void Stock(const Span& span) {

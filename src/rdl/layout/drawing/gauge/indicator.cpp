@@ -60,7 +60,7 @@ std::string DrawStateIndicator(const GaugeItem& indicator, std::optional<double>
         kit.Paper().Picture(reader.PictureOf(own, indicator.name), square, indicator.name);
     } else {
         const Color color = state ? kit.ColorOf(*state, "Color") : Transparent;
-        DrawIcon(icon, square, color >> 24 ? color : kit.Fill(indicator.style, IconGray), kit.Paper());
+        DrawIcon(icon, square, IsVisible(color) ? color : kit.Fill(indicator.style, IconGray), kit.Paper());
     }
     const std::optional<double> plain = kit.Values().Of(indicator.value);
     return (plain ? ValueText(indicator, *plain, kit) + ", " : std::string()) + WordsOf(icon);
@@ -90,11 +90,11 @@ std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, c
         }
     }
     CharStyle textStyle = *kit.Styles().TextStyle(indicator.style, 10);
-    if (const Color own = kit.ColorOf(indicator, "DigitColor"); own >> 24) {
+    if (const Color own = kit.ColorOf(indicator, "DigitColor"); IsVisible(own)) {
         textStyle.color = own;
     }
     const GaugeState* state = value ? StateOf(indicator, *value, kit) : nullptr;
-    if (const Color own = state ? kit.ColorOf(*state, "DigitColor") : Transparent; own >> 24) {
+    if (const Color own = state ? kit.ColorOf(*state, "DigitColor") : Transparent; IsVisible(own)) {
         textStyle.color = own;
     }
     if (kit.Flag(indicator, "UseFontPercent", false)) {

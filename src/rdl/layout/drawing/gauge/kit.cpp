@@ -95,11 +95,11 @@ Color GaugeKit::Fill(const Style& style, Color otherwise) const {
     const Expr* type = style.Find(StyleProperty::BackgroundGradientType);
     const std::string word = type ? Styles().Text(*type) : std::string();
     const bool gradient =
-        !word.empty() && !EqualNoCase(word, "None") && !EqualNoCase(word, "Default") && end >> 24 != 0;
+        !word.empty() && !EqualNoCase(word, "None") && !EqualNoCase(word, "Default") && IsVisible(end);
     if (gradient) {
-        return begin >> 24 ? Middle(begin, end) : end;
+        return IsVisible(begin) ? Middle(begin, end) : end;
     }
-    if (begin >> 24) {
+    if (IsVisible(begin)) {
         return begin;
     }
     const Expr* source = style.Find(StyleProperty::BackgroundColor);

@@ -35,7 +35,7 @@ void DrawBar(const Pointer& pointer, double from) {
     const Color own = RangeColor(pointer.axis, "InRangeBarPointerColor", pointer.value, pointer.kit);
     pointer.kit.Paper().Path(
         pointer.axis.track.Band(from, pointer.share, place.inner, place.outer, place.inner, place.outer),
-        own >> 24 ? own : pointer.Fill(), pointer.Outline());
+        IsVisible(own) ? own : pointer.Fill(), pointer.Outline());
 }
 
 void DrawMark(const Pointer& pointer) {

@@ -101,7 +101,7 @@ void DrawTicks(const GaugeAxis& axis, const GaugePart& part, bool minor, const G
         const Color own = RangeColor(axis, "InRangeTickMarksColor", value, kit);
         DrawMarker(tick.shape, axis.track, axis.ShareOf(value),
                    PlaceBeside(axis.track, tick.placement, tick.distance, tick.length), tick.width, false,
-                   own >> 24 ? own : usual, Border(), kit.Paper());
+                   IsVisible(own) ? own : usual, Border(), kit.Paper());
     }
 }
 
@@ -110,7 +110,7 @@ void DrawLabel(const GaugeAxis& axis, const GaugePart& part, const std::string& 
                double reach, GaugePlacement placement, const GaugeKit& kit) {
     CharStyle textStyle = TextStyleOf(axis, part, kit);
     const Color own = RangeColor(axis, "InRangeLabelColor", value, kit);
-    textStyle.color = own >> 24 ? own : textStyle.color;
+    textStyle.color = IsVisible(own) ? own : textStyle.color;
     const double share = axis.ShareOf(value);
     const double direction = axis.track.Direction(share);
     constexpr double DegreesOf = 180 / std::numbers::pi;

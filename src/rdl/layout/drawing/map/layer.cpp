@@ -160,7 +160,7 @@ class LayerEvaluator {
         if (const Color color = m_styles.ColorOf(
                 look.style,
                 {StyleProperty::Color, StyleProperty::BackgroundColor, StyleProperty::BorderColor});
-            color >> 24) {
+            IsVisible(color)) {
             shape.border.color = color;
         }
         shape.border.color = Fainter(shape.border.color, m_transparency);
@@ -173,7 +173,7 @@ class LayerEvaluator {
         mark.shape = m_styles.Text(look.marker["MapMarkerStyle"]);
         mark.size = m_styles.Points(look["Size"], UsualMarkSize);
         const Color fill = m_styles.ColorOf(look.style, {StyleProperty::BackgroundColor});
-        mark.fill = Fainter(fill >> 24 ? fill : UsualMark, m_transparency);
+        mark.fill = Fainter(IsVisible(fill) ? fill : UsualMark, m_transparency);
         mark.border = m_styles.LineOf(look.style, UsualOutline, UsualWidth);
         mark.border.color = Fainter(mark.border.color, m_transparency);
         return mark;

@@ -238,7 +238,7 @@ std::vector<Color> RangeColors(Color start, Color middle, Color end, std::size_t
     std::vector<Color> colors;
     for (std::size_t i = 0; i < count; ++i) {
         const double share = ShareOf(i, count);
-        if (!(middle >> 24)) {
+        if (!IsVisible(middle)) {
             colors.push_back(Mixed(start, end, share));
         } else {
             colors.push_back(share < 0.5 ? Mixed(start, middle, share * 2)
