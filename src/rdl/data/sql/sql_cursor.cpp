@@ -44,6 +44,8 @@ FieldType FieldTypeOfMeta(QMetaType meta) {
         case QMetaType::UShort:
         case QMetaType::Int:
         case QMetaType::UInt:
+        case QMetaType::Long:
+        case QMetaType::ULong:
         case QMetaType::LongLong:
         case QMetaType::ULongLong:
             return FieldType::Integer;

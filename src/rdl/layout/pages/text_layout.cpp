@@ -136,19 +136,25 @@ void TextLayout::Gather(const ParagraphInstance& paragraph) {
     }
 }
 
-double TextLayout::Width(std::size_t begin, std::size_t end) const {
-    double width = 0;
+template <class Use>
+void TextLayout::ForRuns(std::size_t begin, std::size_t end, const Use& use) const {
     const auto first = std::partition_point(m_ranges.begin(), m_ranges.end(),
                                             [begin](const Range& range) { return range.end <= begin; });
     for (auto at = first; at != m_ranges.end() && at->begin < end; ++at) {
-        const Range& range = *at;
-        const std::size_t from = std::max(begin, range.begin);
-        const std::size_t to = std::min(end, range.end);
+        const std::size_t from = std::max(begin, at->begin);
+        const std::size_t to = std::min(end, at->end);
         if (from < to) {
-            width += text::TextWidth(std::string_view(m_text).substr(from, to - from), range.font,
-                                     static_cast<double>(StyleOf(*range.run).size));
+            use(*at, from, to);
         }
     }
+}
+
+double TextLayout::Width(std::size_t begin, std::size_t end) const {
+    double width = 0;
+    ForRuns(begin, end, [&](const Range& range, std::size_t from, std::size_t to) {
+        width += text::TextWidth(std::string_view(m_text).substr(from, to - from), range.font,
+                                 static_cast<double>(StyleOf(*range.run).size));
+    });
     return width;
 }
 
@@ -239,15 +245,7 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
 
 void TextLayout::AddPieces(std::size_t begin, std::size_t end, bool rightToLeft, bool isLast, double& x,
                            LaidText& out) {
-    const auto first = std::partition_point(m_ranges.begin(), m_ranges.end(),
-                                            [begin](const Range& range) { return range.end <= begin; });
-    for (auto at = first; at != m_ranges.end() && at->begin < end; ++at) {
-        const Range& range = *at;
-        const std::size_t from = std::max(begin, range.begin);
-        const std::size_t to = std::min(end, range.end);
-        if (from >= to) {
-            continue;
-        }
+    ForRuns(begin, end, [&](const Range& range, std::size_t from, std::size_t to) {
         TextPiece piece{range.run,
                         range.font,
                         x,
@@ -269,7 +267,7 @@ void TextLayout::AddPieces(std::size_t begin, std::size_t end, bool rightToLeft,
         piece.runCount = static_cast<std::uint32_t>(out.runs.size()) - piece.firstRun;
         x += piece.width;
         out.pieces.push_back(piece);
-    }
+    });
 }
 
 // The first piece of the text stands at the right.

@@ -61,6 +61,9 @@ class TextLayout {
     bool LayPlain(const Instance& item, double width, LaidText& out);
     void LayParagraph(const Instance& item, const ParagraphInstance& paragraph, double width, LaidText& out);
     void Gather(const ParagraphInstance& paragraph);
+    // Calls `use` with each range that the characters touch, and the part of it that they cover.
+    template <class Use>
+    void ForRuns(std::size_t begin, std::size_t end, const Use& use) const;
     double Width(std::size_t begin, std::size_t end) const;
     double HyphenWidth(const BreakUnit& unit) const;
     std::size_t FittingEnd(std::size_t begin, std::size_t end, double width) const;
