@@ -65,7 +65,8 @@ ElementList VariableList() {
 std::vector<RowTable::Row> RowsOf(const Document& document, ElementId owner, const ElementList& list) {
     std::vector<RowTable::Row> rows;
     for (const ElementId id : ChildrenNamed(document, owner, list.collection, list.element)) {
-        RowTable::Row& row = rows.emplace_back(static_cast<int>(rows.size()));
+        rows.push_back({static_cast<int>(rows.size()), {}});
+        RowTable::Row& row = rows.back();
         for (const ElementList::Cell& cell : list.cells) {
             row.cells.push_back(CellOf(document, id, cell));
         }
