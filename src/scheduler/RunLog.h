@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the scheduler does and has done: lines of the log, what it answers when it is asked for its state, and
-// what the service manager gets to know.
+// Reports what the scheduler does and has done: as lines of the log, as the answer to a request for its
+// state, and to the service manager.
 #pragma once
 
 #include <chrono>

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Every block of commands in the guides is run, in its page's order, by a user at the first login on a machine where
-the programs are installed. test_server_guides.py has the pages for who runs a scheduler for others."""
+the programs are installed. test_server_guides.py has the pages for people who run a scheduler for others."""
 
 import datetime
 import json

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The tables of docs/operations.md are held by tests: each line names one that there is, each test of faults has its line,
-and what a line says that the user sees is what the test looks for."""
+"""Tests hold the tables of docs/operations.md: each line names a test that exists, each test of faults has its line, and
+the test looks for the text that its line says the user sees."""
 
 import ast
 import os

@@ -22,8 +22,8 @@ class DesignPicture {
     const std::vector<std::string>& Failures() const { return m_failures; }
     bool IsThere() const { return m_pages != nullptr; }
 
-    // Draws a band of the model's Items at the painter's origin, one point as one unit. What cannot be drawn
-    // is left out, and Failures says why.
+    // Draws a band of the model's Items at the painter's origin, one point as one unit. An item that
+    // cannot be drawn is omitted, and Failures says why.
     void PaintBand(std::size_t band, QPainter& painter);
 
  private:

@@ -250,7 +250,7 @@ class CopyMaker {
         }
     }
 
-    // What cannot be drawn, or not without data: a text box with the kind and the name.
+    // Stands for an item that cannot be drawn, or not without data: a text box with the kind and the name.
     void Box(int element) {
         m_writer.OpenNamed("Textbox", m_tree.AttributeOf(element, "Name").value_or(""));
         BoxPlace(element);

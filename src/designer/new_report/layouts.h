@@ -3,7 +3,7 @@
 #pragma once
 
 #include "designer/new_report/parts.h"
-#include "designer/new_report/plan.h"
+#include "designer/new_report/report_plan.h"
 
 namespace designer {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "designer/new_report/layouts.h"
-#include "designer/new_report/plan.h"
+#include "designer/new_report/report_plan.h"
 #include "platform/base/ascii.h"
 #include "platform/base/caption.h"
 

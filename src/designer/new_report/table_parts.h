@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "designer/new_report/parts.h"
-#include "designer/new_report/plan.h"
+#include "designer/new_report/report_plan.h"
 #include "designer/new_report/widths.h"
 
 namespace designer {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a report can show, as a tree: the fields of its data sets, its parameters, the built-in fields and the
-// embedded pictures. A field is dragged to the canvas; Enter puts it where the selection is. What cannot be
-// put there is opened. The context menu adds, opens and removes; so does Delete.
+// embedded pictures. A field is dragged to the canvas; Enter puts it where the selection is, and opens
+// an entry that cannot be put there. The context menu adds, opens and removes; Delete removes.
 #pragma once
 
 #include <QTreeWidget>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Helpers for texts whose syntax is ASCII. Bytes of other characters belong to no class and never change.
+// Helpers for texts whose syntax is ASCII. Bytes of other characters belong to no class and never change. The
+// report engine is a library of its own and has its own helpers in rdl/values/ascii.h.
 #pragma once
 
 #include <algorithm>
@@ -68,7 +69,8 @@ constexpr bool SameAscii(std::string_view left, std::string_view right) {
                       [](char one, char other) { return ToLower(one) == ToLower(other); });
 }
 
-// Removes these characters at both ends; by default blanks, tabs and line ends.
+// Removes these characters at both ends; by default blanks, tabs and line ends. rdl::Trimmed also removes
+// vertical tabs and form feeds.
 constexpr std::string_view Trim(std::string_view text, std::string_view blanks = " \t\r\n") {
     const std::size_t first = text.find_first_not_of(blanks);
     return first == std::string_view::npos ? std::string_view()

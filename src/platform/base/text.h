@@ -8,7 +8,8 @@
 #include <string_view>
 
 // One character of a text and the number of its bytes. A byte that is not valid UTF-8 is a character of its
-// own with the code NoCharacter plus the byte, which no character has.
+// own with the code NoCharacter plus the byte, which no character has, so that AppendCharacter restores every
+// text byte for byte. A report only shows its texts: rdl/values/utf8.h reads such a byte as U+FFFD.
 struct Character {
     char32_t code;
     std::size_t length;

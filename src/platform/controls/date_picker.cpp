@@ -15,9 +15,9 @@
 
 #include "platform/base/convert.h"
 #include "platform/contracts/regional.h"
-#include "platform/controls/date_parts.h"
+#include "platform/controls/typed_date.h"
 
-using namespace date_parts;
+using namespace typed_date;
 
 namespace {
 

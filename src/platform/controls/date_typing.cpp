@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/controls/date_parts.h"
 #include "platform/controls/date_picker.h"
+#include "platform/controls/typed_date.h"
 
-using date_parts::Fits;
-using date_parts::IsDigit;
-using date_parts::NumberOf;
-using date_parts::PlacesOf;
+using typed_date::Fits;
+using typed_date::IsDigit;
+using typed_date::NumberOf;
+using typed_date::PlacesOf;
 
 namespace {
 

@@ -7,12 +7,12 @@
 #include <QMouseEvent>
 
 #include "platform/contracts/runtime.h"
-#include "platform/controls/date_parts.h"
 #include "platform/controls/kit/focus.h"
+#include "platform/controls/typed_date.h"
 
 namespace {
 
-using date_parts::IsDigit;
+using typed_date::IsDigit;
 
 constexpr QChar DigitPlace = '#';
 

@@ -25,7 +25,8 @@ HeldName MakeHeldFile(int folder, std::string_view prefix, mode_t mode);
 HeldName MakeHeldFolder(int folder, std::string_view prefix);
 
 // Removes the files, and the user's own folders, that have this prefix and that no process holds a lock on.
-// What cannot be locked stays. A process examines a folder at most once an hour. Never fails.
+// A file or folder that this function cannot lock stays. A process examines a folder at most once an hour.
+// Never fails.
 void RemoveLeftovers(const std::filesystem::path& folder, std::string_view prefix);
 
 // Waits for the lock on an open file or folder. Returns false if another process keeps it for `longest`, or

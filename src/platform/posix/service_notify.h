@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the service manager of the machine gets to know of this process: readiness, status and signs of life,
-// as datagrams to the socket of $NOTIFY_SOCKET (sd_notify(3) describes the assignments). Without that
-// variable every call does nothing.
+// Tells the service manager of the machine about this process: readiness, status and signs of life. They are
+// datagrams to the socket of $NOTIFY_SOCKET; sd_notify(3) describes the assignments. Without that variable
+// every call does nothing.
 #pragma once
 
 #include <chrono>

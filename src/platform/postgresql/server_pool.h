@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "platform/postgresql/server.h"
+#include "platform/postgresql/server_connection.h"
 
 struct ReturnServer {
     void operator()(Server* server) const;  // to the pool if it can be used again

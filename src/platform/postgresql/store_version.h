@@ -2,7 +2,7 @@
 // The version of a store's tables, which the table store_version holds.
 #pragma once
 
-#include "platform/postgresql/server.h"
+#include "platform/postgresql/server_connection.h"
 
 // Raises err::DataUnavailable if there is no store, or if its version is older, newer or unreadable. The
 // error says what to do about it.

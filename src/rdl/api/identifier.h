@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "rdl/values/ascii.h"  // IsNameByte, for who looks for names in a text
+#include "rdl/values/ascii.h"  // IsNameByte, for callers that search a text for names
 
 namespace rdl {
 

@@ -97,7 +97,7 @@ void CheckSlots(const std::vector<Slot>& slots, const DataSet& dataSet, const Cu
     throw Error("the query gives none of the fields; it gives " + ListOf(cursor.Columns()));
 }
 
-// Who writes a file for a data set means all of its fields: one that is missing is mistyped.
+// The author of a file for a data set writes all of its fields: a missing one is mistyped.
 void CheckColumns(const DataSet& dataSet, const Cursor& cursor) {
     for (const Field& field : dataSet.fields) {
         if (!IsCalculated(field) && FindColumn(cursor.Columns(), field.dataField) < 0) {

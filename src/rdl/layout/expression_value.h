@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The value of one expression beside the items of a report, for who writes one: for the first row of a data
-// set, whose regions and groups all have all of its rows.
+// Computes one expression outside the items of a report, so that its author sees the value. The expression
+// sees the first row of a data set. Every region and group then has all rows of the set.
 #pragma once
 
 #include <string>

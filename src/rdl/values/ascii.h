@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// ASCII-only case and classification for keywords, names and file formats. The C library's functions depend
-// on the process locale: in a Turkish one the lower case of I is not i.
+// ASCII case and classes for keywords, names and file formats, whatever the process locale: in a Turkish one
+// the lower case of I is not i. The programs around the engine have their own in platform/base/ascii.h.
 #pragma once
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Ends what a thread runs from another thread: who shows a report must not wait for a query that takes
-// minutes.
+// Stops the work of one thread from another thread: a window that shows a report does not wait for a query
+// that takes minutes.
 #pragma once
 
 #include <atomic>

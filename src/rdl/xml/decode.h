@@ -19,8 +19,8 @@ std::string_view Utf8Of(std::string_view bytes, std::string& storage);
 class PieceDecoder {
  public:
     // Appends the characters of `bytes` to `text`. The first bytes must hold the whole declaration. Bytes of
-    // a character that is not complete wait for the next call; `isLast` says that there is none. Raises Flaw,
-    // whose line is counted from the beginning of the piece.
+    // a character that is not complete wait for the next call; `isLast` says that no call follows. Raises
+    // Flaw, whose line is counted from the beginning of the piece.
     void Append(std::string_view bytes, bool isLast, std::string& text);
 
  private:

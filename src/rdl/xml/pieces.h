@@ -41,8 +41,8 @@ class PartHandler {
 // whole declaration.
 using NextBytes = std::function<bool(std::string& bytes)>;
 
-// Every function raises Flaw for the documents that Parse refuses, and for some that are unusual. The line is
-// not that of the document: who needs it, or the document, parses the whole.
+// Every function raises Flaw for the documents that Parse refuses, and for some that are unusual. The line of
+// the Flaw is not that of the document. A caller that needs the line, or an unusual document, calls Parse.
 class PieceReader {
  public:
     PieceReader(NextBytes next, const Limits& limits, PartHandler& handler,

@@ -22,7 +22,7 @@
 #include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 
 namespace tools {
 namespace {

@@ -14,7 +14,7 @@
 #include "store/LiveDatabase.h"
 #include "store/StartUp.h"
 #include "tools/oxc_schedule/checks.h"
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 
 namespace tools {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "platform/base/text.h"
 #include "platform/posix/atomic_file.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"

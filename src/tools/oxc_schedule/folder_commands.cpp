@@ -5,8 +5,8 @@
 #include "store/Folders.h"
 #include "store/Upkeep.h"
 #include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
 namespace tools {

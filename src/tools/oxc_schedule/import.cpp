@@ -13,10 +13,10 @@
 #include "platform/posix/small_file.h"
 #include "store/Folders.h"
 #include "store/TextConventions.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/import_text.h"
 #include "tools/oxc_schedule/next_text.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/schedule_rows.h"
 

@@ -13,7 +13,7 @@
 #include "scheduler/Frequencies.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/checks.h"
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/schedule_rows.h"
 

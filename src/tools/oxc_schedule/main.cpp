@@ -13,8 +13,8 @@
 #include "platform/reports/worker/worker_engine.h"
 #include "tools/console.h"
 #include "tools/oxc_schedule/command_line.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
-#include "tools/oxc_schedule/output.h"
 
 int main(int argc, char** argv) {
     PrepareProgram();

@@ -6,9 +6,9 @@
 #include "platform/contracts/clock.h"
 #include "scheduler/ComingRuns.h"
 #include "store/TextConventions.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/next_text.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
 namespace tools {

@@ -7,8 +7,8 @@
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
-#include "tools/oxc_schedule/output.h"
 
 namespace tools {
 namespace {

@@ -12,10 +12,10 @@
 #include "scheduler/Frequencies.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/history_moment.h"
 #include "tools/oxc_schedule/next_text.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/records.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/contracts/report_engine.h"
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/records.h"
 
 namespace tools {

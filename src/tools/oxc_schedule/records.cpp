@@ -9,7 +9,7 @@
 #include "shared/Global.h"
 #include "store/Folders.h"
 #include "tools/oxc_schedule/checks.h"
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 
 namespace tools {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The command that copies a changed report file to the cache again.
 #include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"
 

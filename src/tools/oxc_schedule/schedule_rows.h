@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/records.h"
 
 namespace tools {

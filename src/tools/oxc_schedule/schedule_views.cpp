@@ -3,9 +3,9 @@
 #include "platform/base/one_line.h"
 #include "platform/base/paths.h"
 #include "shared/Global.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/history_moment.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"
 

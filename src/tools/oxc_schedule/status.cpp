@@ -10,9 +10,9 @@
 #include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
 #include "shared/Global.h"
+#include "tools/oxc_schedule/command_output.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/history_moment.h"
-#include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
 namespace tools {

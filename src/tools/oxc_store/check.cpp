@@ -10,7 +10,7 @@
 #include <cstdlib>
 
 #include "platform/contracts/clock.h"
-#include "platform/postgresql/server.h"
+#include "platform/postgresql/server_connection.h"
 #include "platform/postgresql/store_version.h"
 #include "tools/oxc_store/store_tables.h"
 

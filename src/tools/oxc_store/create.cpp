@@ -4,7 +4,7 @@
 #include <libpq-fe.h>
 
 #include "platform/base/convert.h"
-#include "platform/postgresql/server.h"
+#include "platform/postgresql/server_connection.h"
 #include "platform/postgresql/store_version.h"
 #include "tools/oxc_store/store_place.h"
 #include "tools/oxc_store/team_schema.h"

@@ -4,7 +4,7 @@
 #include "rdl/format/format.h"
 #include "rdl/layout/drawing/drawing.h"
 #include "rdl/layout/report_kit.h"
-#include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/csv_lines.h"
 #include "rdl/writers/csv/shared_values.h"
 #include "rdl/writers/sample_report.h"
 

@@ -11,8 +11,8 @@
 
 #include "platform/reports/worker/frames.h"
 #include "platform/reports/worker/operations.h"
-#include "platform/reports/worker/process.h"
 #include "platform/reports/worker/settings.h"
+#include "platform/reports/worker/worker_process.h"
 
 namespace reports::worker {
 

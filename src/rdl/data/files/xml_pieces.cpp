@@ -173,7 +173,7 @@ std::unique_ptr<Cursor> OpenLongXml(Spool& query) {
     try {
         return Open(query);
     } catch (const Error&) {
-        return nullptr;  // who reads the whole says what is wrong, and where
+        return nullptr;  // the caller then reads the whole, which says what is wrong and where
     }
 }
 

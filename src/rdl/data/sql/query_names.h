@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The parameters that the text of a query asks for, for who writes it.
+// The parameters that the text of a query asks for. The author of the query sees them.
 #pragma once
 
 #include <string>

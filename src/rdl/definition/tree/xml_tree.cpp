@@ -83,7 +83,7 @@ void DropBlanks(XmlElement& root) {
     KeepWhatIsOfTheReport(root, root.space, false, true);
 }
 
-// Who writes a report by hand may leave the prefix out.
+// An author who writes a report by hand may omit the prefix.
 bool IsNull(const XmlElement& value) {
     const std::string_view word = value.AttributeOf("nil");
     return value.IsNil() || word == "true" || word == "1";

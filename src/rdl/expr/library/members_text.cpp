@@ -22,7 +22,7 @@ Value Outside() {
     return Value::Error("A position lies outside the text");
 }
 
-// A member of Nothing is an error in the language. A report would hide a mistake if it were none.
+// A member of Nothing is an error in the language. Without the error a report hides a mistake.
 bool IsNothing(const Call& call) {
     if (call[0].IsNull()) {
         call.error = Value::Error("Nothing has no members");

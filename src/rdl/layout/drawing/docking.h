@@ -6,7 +6,7 @@
 #include <string>
 
 #include "rdl/layout/drawing/canvas.h"
-#include "rdl/layout/drawing/caption.h"
+#include "rdl/layout/drawing/chart_caption.h"
 
 namespace rdl::layout {
 

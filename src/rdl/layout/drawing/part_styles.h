@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "rdl/layout/drawing/caption.h"
+#include "rdl/layout/drawing/chart_caption.h"
 #include "rdl/layout/region/property_reader.h"
 
 namespace rdl::layout {

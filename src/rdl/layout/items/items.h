@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "rdl/layout/drawing/pictures.h"
+#include "rdl/layout/drawing/picture_cache.h"
 #include "rdl/layout/region/property_reader.h"
 
 namespace rdl::layout {
@@ -53,7 +53,7 @@ class ItemBuilder : public PropertyReader {
     void Show(const std::shared_ptr<DrawingInstance>& drawing, Repeats repeats, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 
-    Pictures m_pictures;
+    PictureCache m_pictures;
     bool m_showsDuplicates = false;
     int m_depth = 0;
 };

@@ -25,7 +25,7 @@ double Bounded(double position) {
     return std::isfinite(position) ? std::clamp(position, -Farthest, Farthest) : 0;
 }
 
-// The height of the text were no line broken. A box that can grow has room for a line even when it is empty.
+// The height of the text if no line is broken. A box that can grow has room for a line even when it is empty.
 double UnbrokenHeight(const Instance& item) {
     double height = 0;
     for (const layout::ParagraphInstance& paragraph : item.paragraphs) {

@@ -15,7 +15,7 @@
 
 #include "rdl/api/output.h"
 #include "rdl/spool/spool.h"
-#include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/csv_lines.h"
 #include "rdl/writers/csv/shared_values.h"
 
 namespace rdl::writers {

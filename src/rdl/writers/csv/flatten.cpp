@@ -7,7 +7,7 @@
 #include "rdl/format/format.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
-#include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/csv_lines.h"
 
 namespace rdl::writers {
 namespace {

@@ -4,7 +4,7 @@
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/common/writers.h"
-#include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/csv_lines.h"
 #include "rdl/writers/csv/flatten.h"
 
 namespace rdl::writers {

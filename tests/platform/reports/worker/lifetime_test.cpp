@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "platform/reports/failure.h"
-#include "platform/reports/worker/process.h"
 #include "platform/reports/worker/worker_fixture.h"
+#include "platform/reports/worker/worker_process.h"
 
 namespace reports::worker::test {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "rdl/definition/chart.h"
 #include "rdl/format/format.h"
-#include "rdl/layout/drawing/caption.h"
+#include "rdl/layout/drawing/chart_caption.h"
 
 namespace rdl::layout {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "rdl/definition/map/map.h"
-#include "rdl/layout/drawing/caption.h"
+#include "rdl/layout/drawing/chart_caption.h"
 #include "rdl/layout/drawing/map/projection.h"
 #include "rdl/layout/drawing/map/rules.h"
 #include "rdl/layout/model/rect.h"

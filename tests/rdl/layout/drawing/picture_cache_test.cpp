@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/layout/drawing/pictures.h"
+#include "rdl/layout/drawing/picture_cache.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace rdl::layout {
 namespace {
 
-DrawingInstance DrawingOf(Pictures::Bytes image) {
+DrawingInstance DrawingOf(PictureCache::Bytes image) {
     DrawingInstance drawing;
     drawing.content.ops.emplace_back(ImageOp{0, 0, 10, 10, std::move(image), "Gauge"});
     return drawing;
@@ -18,29 +18,29 @@ DrawingInstance DrawingOf(Pictures::Bytes image) {
 // Paints the bytes of the one image, and counts.
 struct Painter {
     int painted = 0;
-    Pictures::Bytes operator()(const DrawingInstance& drawing) {
+    PictureCache::Bytes operator()(const DrawingInstance& drawing) {
         ++painted;
         return std::get<ImageOp>(drawing.content.ops.front()).bytes;
     }
 };
 
-TEST(Pictures, AreMadeOnceForDrawingsThatLookTheSame) {
-    Pictures pictures;
+TEST(PictureCache, AreMadeOnceForDrawingsThatLookTheSame) {
+    PictureCache cache;
     Painter painter;
     const auto paint = [&](const DrawingInstance& drawing) { return painter(drawing); };
     const auto image = std::make_shared<const std::string>("tile");
-    EXPECT_EQ(pictures.Of(DrawingOf(image), paint), pictures.Of(DrawingOf(image), paint));
+    EXPECT_EQ(cache.Of(DrawingOf(image), paint), cache.Of(DrawingOf(image), paint));
     EXPECT_EQ(painter.painted, 1);
-    pictures.Of(DrawingOf(std::make_shared<const std::string>("other")), paint);
+    cache.Of(DrawingOf(std::make_shared<const std::string>("other")), paint);
     EXPECT_EQ(painter.painted, 2);
 }
 
-TEST(Pictures, ImagesAreKeptSoThatNoOtherTakesTheirPlace) {
-    Pictures pictures;
+TEST(PictureCache, ImagesAreKeptSoThatNoOtherTakesTheirPlace) {
+    PictureCache cache;
     auto image = std::make_shared<const std::string>("a picture of the data, gone with its row");
     const std::weak_ptr<const std::string> seen = image;
-    pictures.Of(DrawingOf(image),
-                [](const DrawingInstance&) { return std::make_shared<const std::string>("painted"); });
+    cache.Of(DrawingOf(image),
+             [](const DrawingInstance&) { return std::make_shared<const std::string>("painted"); });
     image.reset();
     EXPECT_FALSE(seen.expired());
 }

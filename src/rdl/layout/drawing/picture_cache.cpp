@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/layout/drawing/pictures.h"
+#include "rdl/layout/drawing/picture_cache.h"
 
 #include <cstdint>
 #include <type_traits>
@@ -31,7 +31,7 @@ class Fingerprint {
     }
 
     std::string Take() { return std::move(m_text); }
-    std::vector<Pictures::Bytes> TakeImages() { return std::move(m_images); }
+    std::vector<PictureCache::Bytes> TakeImages() { return std::move(m_images); }
 
     void operator()(const TextOp& op) {
         Put(op.x);
@@ -94,13 +94,13 @@ class Fingerprint {
     }
 
     std::string m_text;
-    std::vector<Pictures::Bytes> m_images;
+    std::vector<PictureCache::Bytes> m_images;
 };
 
 }  // namespace
 
-Pictures::Bytes Pictures::Of(const DrawingInstance& drawing,
-                             const std::function<Bytes(const DrawingInstance&)>& paint) {
+PictureCache::Bytes PictureCache::Of(const DrawingInstance& drawing,
+                                     const std::function<Bytes(const DrawingInstance&)>& paint) {
     Fingerprint fingerprint(drawing);
     std::string key = fingerprint.Take();
     if (key.size() > MostBytes) {

@@ -12,7 +12,7 @@ namespace rdl::layout {
 
 struct DrawingInstance;
 
-class Pictures {
+class PictureCache {
  public:
     using Bytes = std::shared_ptr<const std::string>;
 

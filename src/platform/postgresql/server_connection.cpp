@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/postgresql/server.h"
+#include "platform/postgresql/server_connection.h"
 
 #include <libpq-fe.h>
 #include <poll.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/reports/worker/process.h"
+#include "platform/reports/worker/worker_process.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/command_output.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <QDateTimeEdit>
 #include <QString>
 
-namespace date_parts {
+namespace typed_date {
 
 inline constexpr int FirstYear = 100, LastYear = 9999, Months = 12, LongestMonth = 31;
 
@@ -50,4 +50,4 @@ QDate DayOf(const Held& parts) {
     return {parts.year, parts.month, parts.day};  // an invalid one when there is no such day
 }
 
-}  // namespace date_parts
+}  // namespace typed_date

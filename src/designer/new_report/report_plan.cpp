@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "designer/new_report/plan.h"
+#include "designer/new_report/report_plan.h"
 
 #include <algorithm>
 

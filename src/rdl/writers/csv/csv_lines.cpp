@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/csv_lines.h"
 
 #include <algorithm>
 #include <charconv>
