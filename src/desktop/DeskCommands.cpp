@@ -79,8 +79,7 @@ bool frmDesk::IsNameFree(const std::string& name) {
         return true;
     }
     // Sic: "Error renaming file" also for a new folder.
-    MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.", vbExclamation,
-           "Error renaming file");
+    MsgBox("The name '" + name + "'" + Global::NameIsTaken, vbExclamation, "Error renaming file");
     return false;
 }
 

@@ -111,11 +111,14 @@ std::string PackageOutputFile(DocumentFormat format, const std::string& destinat
 }
 
 void SetExcelOptions(report::Report& report) {
-    report.SetExcelOptions(true, false, false, false, 4);
+    constexpr bool KeepsTypes = true, PageHeaders = false, PageBreaks = false, Gridlines = false;
+    constexpr int BaseArea = 4;
+    report.SetExcelOptions(KeepsTypes, PageHeaders, PageBreaks, Gridlines, BaseArea);
 }
 
 void SetPackageHtmlOptions(report::Report& report) {
-    report.SetHtmlOptions(false, false);
+    constexpr bool FirstSwitch = false, SecondSwitch = false;
+    report.SetHtmlOptions(FirstSwitch, SecondSwitch);
 }
 
 }  // namespace Global

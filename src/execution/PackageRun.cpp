@@ -5,6 +5,7 @@
 #include "mail/Delivery.h"
 #include "platform/base/journal.h"
 #include "platform/base/send_check.h"
+#include "platform/contracts/run_switches.h"
 #include "platform/posix/service_notify.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
@@ -48,7 +49,7 @@ void ExportPackageReport(report::Report& report, report::DocumentFormat format, 
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(report::CodeOf(format));
     SendCheck::Call();
-    report.Export(false);
+    report.Export(report::WithoutPrompts);
 }
 
 // Runs every report of the package and puts its file into a slot. Returns the number of reports.
@@ -61,7 +62,7 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
         report::Report& report = OpenReportToRun(details.Fields("ReportPath").Value.Text());
         const std::shared_ptr<report::Report> held = CurrentReport;
         HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());
-        report.SetRunSwitches(false, false);
+        report.SetRunSwitches(report::WithoutPrompts, report::WithoutProgress);
         const std::optional<report::DocumentFormat> format =
             RecogniseFormat(runner, details.Fields("ReportFormat").Value.Text());
         if (format) {

@@ -7,6 +7,7 @@
 #include "platform/base/journal.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
+#include "platform/contracts/run_switches.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -28,7 +29,7 @@ bool MailByEngine(report::Report& report, report::DocumentFormat format, const E
         SetExcelOptions(report);
     }
     report.SetExportFormat(report::CodeOf(format));
-    report.Export(false);
+    report.Export(report::WithoutPrompts);
     DoEvents();
     return true;
 }
@@ -38,7 +39,7 @@ bool ExportHtmlAndMail(report::Report& report, const Envelope& envelope) {
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(report::CodeOf(report::DocumentFormat::Html));
     report.SetHtmlFileName(file);
-    report.Export(false);
+    report.Export(report::WithoutPrompts);
     cmFunc::PauseSeconds(1);
     const bool sent = SendMailSingle(envelope.message, envelope.subject, envelope.sendTo, file, 1);
     DoEvents();
@@ -102,7 +103,7 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
         parameters.MoveNext();
     }
     parameters.Close();
-    report.SetRunSwitches(false, false);
+    report.SetRunSwitches(report::WithoutPrompts, report::WithoutProgress);
     if (!selectionForm.empty()) {
         report.SetRecordSelectionFormula(selectionForm);
     }

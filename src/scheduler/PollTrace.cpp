@@ -3,11 +3,11 @@
 
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "platform/base/paths.h"
 #include "platform/contracts/clock.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/posix/small_file.h"
 #include "scheduler/RunLog.h"
 #include "shared/Global.h"
@@ -22,19 +22,14 @@ std::filesystem::path PolledFile() {
 
 }  // namespace
 
-// Renamed into its place, so that a reader finds a whole line. Not forced to the disk: polls come every few
-// seconds.
+// A reader finds a whole line. Nobody waits for the disk: polls come every few seconds.
 void WritePollTrace() {
     try {
-        const std::filesystem::path file = PolledFile();
-        const std::filesystem::path fresh = file.string() + ".new";
-        std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-        out << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + " " +
-                   std::to_string(RunLog::Instance().UndeliveredInPoll()) + "\n";
-        out.close();
-        if (out) {
-            std::filesystem::rename(fresh, file);
-        }
+        AtomicFile file(PolledFile(), AtomicFile::IfThere::Replace, AtomicFile::Readers::Mask,
+                        AtomicFile::Lasting::Brief);
+        file.Write(std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + " " +
+                   std::to_string(RunLog::Instance().UndeliveredInPoll()) + "\n");
+        file.Commit();
     } catch (...) {
         return;
     }

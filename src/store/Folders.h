@@ -9,6 +9,9 @@
 
 namespace Global {
 
+// The message on a new name that is not free has the name between marks before these words.
+inline constexpr const char* NameIsTaken = " already exists in the system. Please specify a new name.";
+
 struct StoredFolder {
     std::string id, name;
 };

@@ -11,9 +11,12 @@
 namespace cmFunc {
 
 // Returns year-month-day, 2002-03-07, in every region. Stored in this form, dates compare as texts.
+// MomentText (platform/base/moment_text.h) gives a year below 1000 four digits; this text gives it three, as
+// the rows of existing databases have it.
 std::string FormatDateText(DateValue value);
 
-// Returns year-month-day hour:minute:second, the moment of a history row.
+// Returns year-month-day hour:minute:second, the moment of a history row. Its day is the text of
+// FormatDateText.
 std::string FormatMomentText(DateValue value);
 
 // Removes every ' from the box's text without a message: statements put values between these marks and do not

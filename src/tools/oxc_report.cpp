@@ -12,6 +12,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/regional.h"
+#include "platform/contracts/run_switches.h"
 #include "platform/posix/program.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
@@ -138,7 +139,7 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
     report.SetExportFormat(arguments.format);
     report.SetDiskFileName(SystemPath(arguments.output));
     report.SetHtmlFileName(SystemPath(arguments.output));
-    report.Export(false);
+    report.Export(report::WithoutPrompts);
 }
 
 // The program that started this one speaks on the socket. No destructor runs at the end: reports that are

@@ -24,7 +24,11 @@ MIME_TYPES = {
     "rtf": ("application/rtf", "text/rtf"),
     "docx": "application/vnd.openxmlformats-officedocument.wordprocessingml.document",
     "xls": "application/vnd.ms-excel",
+    "xlsx": "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet",
     "htm": "text/html",
+    "html": "text/html",
+    "csv": "text/csv",
+    "png": "image/png",
 }
 
 

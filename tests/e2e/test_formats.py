@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 import unittest
 
-from harness import MIME_TYPES, CourierTest, attachment, pdf_text
+from harness import MIME_TYPES, CourierTest, attachment, pdf_text, report_formats
 
 
 class Formats(CourierTest):
@@ -63,6 +63,11 @@ class Formats(CourierTest):
         self.assertEqual(self.courier.history(key), [])
         self.assertEqual(self.courier.next_run(key), before)
         self.assertEqual(len(self.courier.history(good)), 1)
+
+
+class Types(unittest.TestCase):
+    def test_every_format_has_an_expected_type(self):
+        self.assertEqual(set(report_formats()) - set(MIME_TYPES), set())
 
 
 if __name__ == "__main__":

@@ -49,6 +49,10 @@ TEST(DateForm, ZeroDateIsTheFirstDayOfTheCount) {
     EXPECT_EQ(FormatDateText(DateValue()), "1899-12-30");
 }
 
+TEST(DateForm, HasNoZerosBeforeAYearOfThreeDigits) {
+    EXPECT_EQ(FormatDateText(DateSerial(999, 1, 2)), "999-01-02");
+}
+
 TEST(DateForm, LeavesTheTimeOfDayOut) {
     EXPECT_EQ(FormatDateText(fakes::At(2026, 11, 21, 23, 59, 59)), "2026-11-21");
 }

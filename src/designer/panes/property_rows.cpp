@@ -62,6 +62,7 @@ ElementId OwnerOf(const Document& document, ElementId id, const PropertyRow& row
 std::vector<ElementId> OwnersOf(const Document& document, const std::vector<ElementId>& ids,
                                 const PropertyRow& row) {
     std::vector<ElementId> owners;
+    owners.reserve(ids.size());
     for (const ElementId id : ids) {
         owners.push_back(OwnerOf(document, id, row));
     }

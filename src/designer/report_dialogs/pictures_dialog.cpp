@@ -223,6 +223,7 @@ void PicturesDialog::SaveCurrent() {
     if (file.isEmpty()) {
         return;
     }
+    // Not an AtomicFile, whose errors name the path too: the note has it already.
     QSaveFile target(file);
     const QByteArray bytes = QByteArray::fromStdString(BytesOf(picture));
     if (target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size() && target.commit()) {

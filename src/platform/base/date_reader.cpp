@@ -16,19 +16,12 @@ struct Number {
     int digits = 0;
 };
 
-// Returns the full year for a year of two digits.
-int FullYear(const Number& number) {
-    if (number.digits > 2) {
-        return number.value;
-    }
-    return number.value < 30 ? 2000 + number.value : 1900 + number.value;
-}
-
 std::optional<DateValue> DateOf(const Number& year, const Number& month, const Number& day) {
-    if (month.digits > 2 || day.digits > 2 || !IsValidDate(FullYear(year), month.value, day.value)) {
+    const int fullYear = FullYear(year.value, year.digits);
+    if (month.digits > 2 || day.digits > 2 || !IsValidDate(fullYear, month.value, day.value)) {
         return std::nullopt;
     }
-    return DateSerial(FullYear(year), month.value, day.value);
+    return DateSerial(fullYear, month.value, day.value);
 }
 
 std::optional<DateValue> DateInOrder(const std::array<Number, 3>& part, DateOrder order) {
@@ -253,6 +246,14 @@ class Reader {
 };
 
 }  // namespace
+
+int FullYear(int number, int digits) {
+    constexpr int ShortYear = 2, FirstOfLastCentury = 30, LastCentury = 1900, ThisCentury = 2000;
+    if (digits > ShortYear) {
+        return number;
+    }
+    return number + (number < FirstOfLastCentury ? ThisCentury : LastCentury);
+}
 
 std::optional<DateValue> ReadDateText(std::string_view text, const RegionalSettings& regional) {
     if (text.size() > LongestText) {

@@ -8,6 +8,10 @@
 #include "platform/contracts/dates.h"
 #include "platform/contracts/regional.h"
 
+// Returns the year that is typed as a number of so many digits. One or two digits mean a year from 1930 to
+// 2029. The report engine stands alone: TakeYear in rdl/format/parse_date.cpp has the same rule.
+int FullYear(int number, int digits);
+
 // Reads a date, a time, or both with a blank or a comma between them. Returns nullopt for any other text.
 // Dates: 2003-12-31 in any region; day, month and year between equal separators / - or . in the region's
 // order, or in another order if that one gives no date; 31 December 2003, Dec 31, 2003, 31-Dec-2003.

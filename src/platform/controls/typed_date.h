@@ -6,6 +6,8 @@
 #include <QDateTimeEdit>
 #include <QString>
 
+#include "platform/base/date_reader.h"
+
 namespace typed_date {
 
 inline constexpr int FirstYear = 100, LastYear = 9999, Months = 12, LongestMonth = 31;
@@ -26,12 +28,11 @@ inline int LargestOf(QDateTimeEdit::Section section) {
 
 // A year of one or two digits lies in the century that conversions take it for.
 inline int NumberOf(QDateTimeEdit::Section section, const QString& digits) {
-    constexpr int ShortYear = 2, FirstOfLastCentury = 30, LastCentury = 1900, ThisCentury = 2000;
     const int number = digits.toInt();
-    if (section != QDateTimeEdit::YearSection || digits.isEmpty() || digits.size() > ShortYear) {
+    if (section != QDateTimeEdit::YearSection || digits.isEmpty()) {
         return number;
     }
-    return number + (number < FirstOfLastCentury ? ThisCentury : LastCentury);
+    return FullYear(number, static_cast<int>(digits.size()));
 }
 
 inline bool Fits(QDateTimeEdit::Section section, int number) {

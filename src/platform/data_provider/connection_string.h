@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Connection strings: "Key=Value" pairs between semicolons.
+// The system's own connection strings, to its database: "Key=Value" pairs between semicolons, as OLE DB reads
+// them. rdl/api/connect_string.h reads those of report files, which may also be ODBC's: there the first of
+// several keys counts, { } are marks too, and a semicolon always ends a plain value.
 #pragma once
 
 #include <string>

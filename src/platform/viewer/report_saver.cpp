@@ -6,6 +6,7 @@
 #include "platform/base/file_name.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/export_formats.h"
+#include "platform/contracts/run_switches.h"
 
 namespace viewer {
 namespace {
@@ -56,7 +57,7 @@ void SaveReport(report::Report& report, const QString& file) {
     } else {
         report.SetDiskFileName(path);
     }
-    report.Export(false);
+    report.Export(report::WithoutPrompts);
 }
 
 }  // namespace viewer

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A connect string: pairs key=value separated by semicolons; values may be in " or ' (doubled inside) or in {
-// }.
+// A connect string of a report file: pairs key=value separated by semicolons; values may be in " or ' as in
+// OLE DB or in { } as in ODBC (the closing mark doubled inside). Of several equal keys the first counts, as
+// in ODBC. platform/data_provider/connection_string.h reads the system's own strings: there the last key
+// counts, as in OLE DB, and the path of a database may hold semicolons.
 #pragma once
 
 #include <initializer_list>

@@ -112,6 +112,7 @@ Value ToFloatValue(const ReportParameter& parameter, const Value& value) {
     return Value::Real(number);
 }
 
+// CDate in platform/base/convert.h reads the dates of the system, in the order of the machine's region.
 Value ToDateValue(const ReportParameter& parameter, const Value& value) {
     if (value.kind() == Kind::DateTime) {
         return value;

@@ -316,6 +316,7 @@ class DateReader {
         return m_widths[monthAt] <= 2 && m_widths[dayAt] <= 2 && TakeYear(yearAt);
     }
 
+    // The engine stands alone: FullYear in platform/base/date_reader.h has the same rule of the century.
     bool TakeYear(int index) {
         m_year = m_numbers[index];
         if (m_widths[index] <= 2) {

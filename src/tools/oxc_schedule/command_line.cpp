@@ -1,68 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_schedule/command_line.h"
-#include "tools/console.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
+
+#include "tools/console.h"
+#include "tools/oxc_schedule/command_table.h"
 
 namespace tools {
 namespace {
-
-// `options` are words with a blank between them. A word that ends in = needs a value; one that ends in =+ can
-// be given several times.
-struct CommandForm {
-    std::string_view words;
-    std::size_t least, most;  // names
-    std::string_view options;
-};
-
-constexpr std::size_t Any = 1;
-
-constexpr std::array Commands = {
-    CommandForm{"--help", 0, 0, ""},
-    CommandForm{"--version", 0, 0, ""},
-    CommandForm{"init", 0, 0, "json"},
-    CommandForm{"add", 1, 1,
-                "folder= title= to=+ subject= message= start= end= at= daily weekdays weekly monthly format= "
-                "formula= user= password-stdin p=+ json"},
-    CommandForm{
-        "set", 0, Any,
-        "folder= id= title= move-to= to=+ subject= message= at= daily weekdays weekly monthly format= "
-        "formula= user= password-stdin no-login p=+ json"},
-    CommandForm{"list", 0, 0, "folder= json"},
-    CommandForm{"show", 0, Any, "folder= id= json"},
-    CommandForm{"remove", 0, Any, "folder= id= json"},
-    CommandForm{"run", 0, Any, "folder= id= json"},
-    CommandForm{"refresh", 0, Any, "folder= id= p=+ json"},
-    CommandForm{"next", 0, 0, "days= json"},
-    CommandForm{"history", 0, Any, "folder= id= limit= json"},
-    CommandForm{"package add", 1, 1,
-                "report=+ p=+ output= to=+ no-mail subject= message= start= end= at= daily weekly monthly "
-                "quarterly format= json"},
-    CommandForm{"package list", 0, 0, "json"},
-    CommandForm{"package show", 0, Any, "id= json"},
-    CommandForm{"package set", 0, Any, "id= report=+ p=+ json"},
-    CommandForm{"package remove", 0, Any, "id= json"},
-    CommandForm{"package run", 0, Any, "id= json"},
-    CommandForm{"package history", 0, Any, "id= limit= json"},
-    CommandForm{"folder list", 0, 0, "json"},
-    CommandForm{"folder add", 1, 1, "in= json"},
-    CommandForm{"folder rename", 2, 2, "json"},
-    CommandForm{"folder remove", 1, 1, "json"},
-    CommandForm{"package remove-report", 0, Any, "id= report= json"},
-    CommandForm{"options show", 0, 0, "json"},
-    CommandForm{"options set", 0, 0, "poll= alert= json"},
-    CommandForm{"export", 0, 1, "with-passwords json"},
-    CommandForm{"import", 1, 1, "dry-run replace json"},
-    CommandForm{"status", 0, 0, "warn= critical= since= json prometheus"},
-};
-
-const CommandForm* FindCommand(std::string_view words) {
-    const auto* const found = std::find_if(Commands.begin(), Commands.end(),
-                                           [words](const CommandForm& form) { return form.words == words; });
-    return found == Commands.end() ? nullptr : found;
-}
 
 struct OptionForm {
     bool isKnown = false, wantsValue = false, mayRepeat = false;
@@ -80,7 +26,7 @@ std::string_view TakeForm(std::string_view& rest, OptionForm& form) {
     return word;
 }
 
-OptionForm FormOf(const CommandForm& command, std::string_view option) {
+OptionForm FormOf(const CommandRow& command, std::string_view option) {
     std::string_view rest = command.options;
     while (!rest.empty()) {
         OptionForm form;
@@ -92,13 +38,13 @@ OptionForm FormOf(const CommandForm& command, std::string_view option) {
 }
 
 // Takes the command's words off the front of the arguments.
-const CommandForm& TakeCommand(const std::vector<std::string>& arguments, std::size_t& at) {
+const CommandRow& TakeCommand(const std::vector<std::string>& arguments, std::size_t& at) {
     if (arguments.empty()) {
         throw ScheduleUsageError("no command is given");
     }
     const std::string first = arguments[0] == "-h" ? "--help" : arguments[0];
     at = 1;
-    if (const CommandForm* form = FindCommand(first)) {
+    if (const CommandRow* form = FindCommand(first)) {
         return *form;
     }
     if (first != "package" && first != "folder" && first != "options") {
@@ -109,13 +55,13 @@ const CommandForm& TakeCommand(const std::vector<std::string>& arguments, std::s
                                  (first == "options" ? " show" : " list"));
     }
     at = 2;
-    if (const CommandForm* form = FindCommand(first + " " + arguments[1])) {
+    if (const CommandRow* form = FindCommand(first + " " + arguments[1])) {
         return *form;
     }
     throw ScheduleUsageError(Quoted(first + " " + arguments[1]) + " is no command");
 }
 
-void TakeOption(const CommandForm& form, const std::vector<std::string>& arguments, std::size_t& at,
+void TakeOption(const CommandRow& form, const std::vector<std::string>& arguments, std::size_t& at,
                 CommandLine& line) {
     const std::string& argument = arguments[at];
     const bool isLong = argument.starts_with("--");
@@ -143,7 +89,7 @@ void TakeOption(const CommandForm& form, const std::vector<std::string>& argumen
     }
 }
 
-void CheckNames(const CommandForm& form, const CommandLine& line) {
+void CheckNames(const CommandRow& form, const CommandLine& line) {
     if (line.names.size() > form.most) {
         throw ScheduleUsageError(std::string(form.words) + " cannot use " + Quoted(line.names[form.most]));
     }
@@ -215,7 +161,7 @@ std::optional<std::int64_t> CommandLine::Number(std::string_view option, std::in
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
     std::size_t at = 0;
-    const CommandForm& form = TakeCommand(arguments, at);
+    const CommandRow& form = TakeCommand(arguments, at);
     CommandLine line;
     line.command = form.words;
     bool isOver = false;  // after "--" every argument is a name
@@ -237,7 +183,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
 
 std::vector<KnownCommand> KnownCommands() {
     std::vector<KnownCommand> known;
-    for (const CommandForm& form : Commands) {
+    for (const CommandRow& form : CommandTable) {
         KnownCommand command{std::string(form.words), {}};
         for (std::string_view rest = form.options; !rest.empty();) {
             OptionForm option;

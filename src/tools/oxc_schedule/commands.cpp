@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_schedule/commands.h"
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
-#include <string_view>
+#include <string>
 
 #include "platform/base/database_files.h"
 #include "platform/base/paths.h"
@@ -13,53 +11,13 @@
 #include "shared/Global.h"
 #include "store/LiveDatabase.h"
 #include "store/StartUp.h"
+#include "tools/console.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/command_output.h"
+#include "tools/oxc_schedule/command_table.h"
 
 namespace tools {
 namespace {
-
-enum class Needs { ToRead, ToChange };
-
-struct Handler {
-    std::string_view command;
-    void (*run)(const CommandLine& line);
-    Needs needs = Needs::ToChange;
-};
-
-void ShowPlace(const CommandLine& line) {
-    const std::string folder = paths::ForUser(AppPath());
-    PrintChange(line, "The application folder is " + folder + ".\n", {{"folder", Json(folder)}});
-}
-
-constexpr std::array Handlers = {
-    Handler{"init", ShowPlace},
-    Handler{"add", AddSchedule},
-    Handler{"set", SetSchedule},
-    Handler{"refresh", RefreshSchedule},
-    Handler{"remove", RemoveSchedule},
-    Handler{"run", RunSchedule},
-    Handler{"list", ListSchedules, Needs::ToRead},
-    Handler{"show", ShowSchedule, Needs::ToRead},
-    Handler{"history", ShowHistory, Needs::ToRead},
-    Handler{"next", ShowComingRuns, Needs::ToRead},
-    Handler{"package add", AddPackage},
-    Handler{"package set", SetPackage},
-    Handler{"package remove", RemovePackage},
-    Handler{"package run", RunStoredPackage},
-    Handler{"package history", ShowPackageHistory, Needs::ToRead},
-    Handler{"package list", ListPackages, Needs::ToRead},
-    Handler{"package show", ShowPackage, Needs::ToRead},
-    Handler{"package remove-report", RemovePackageReport},
-    Handler{"options show", ShowOptions, Needs::ToRead},
-    Handler{"options set", SetOptions},
-    Handler{"folder list", ListFolders, Needs::ToRead},
-    Handler{"folder add", AddFolder},
-    Handler{"folder rename", RenameStoredFolder},
-    Handler{"folder remove", RemoveFolder},
-    Handler{"export", ExportAll, Needs::ToRead},
-    Handler{"import", ImportAll},
-};
 
 std::filesystem::path LiveDatabase() {
     return AppPlace() / LiveDatabaseFile;
@@ -132,6 +90,11 @@ int PrintStatus(const CommandLine& line) {
 
 }  // namespace
 
+void ShowPlace(const CommandLine& line) {
+    const std::string folder = paths::ForUser(AppPath());
+    PrintChange(line, "The application folder is " + folder + ".\n", {{"folder", Json(folder)}});
+}
+
 int RunScheduleCommand(const CommandLine& line) {
     if (line.command == "--help") {
         Print(ScheduleUsage());
@@ -145,12 +108,13 @@ int RunScheduleCommand(const CommandLine& line) {
         return PrintStatus(line);
     }
     RefuseOtherArguments(line);
-    const auto* const handler = std::find_if(Handlers.begin(), Handlers.end(), [&line](const Handler& one) {
-        return one.command == line.command;
-    });
+    const CommandRow* const row = FindCommand(line.command);
+    if (row == nullptr) {
+        throw ScheduleUsageError(Quoted(line.command) + " is no command");
+    }
     // A trial changes nothing, and so makes nothing either.
-    StartUp(line.Has("dry-run") ? Needs::ToRead : handler->needs);
-    handler->run(line);
+    StartUp(line.Has("dry-run") ? Needs::ToRead : row->needs);
+    row->run(line);
     return 0;
 }
 

@@ -13,6 +13,9 @@ namespace tools {
 // for status also 1 and 2.
 int RunScheduleCommand(const CommandLine& line);
 
+// Prints the application folder. The steps before it make what is missing there.
+void ShowPlace(const CommandLine& line);
+
 // Add and Set open the report: a file that cannot be opened and a value that it refuses are refusals. A row
 // that another program has changed meanwhile is not overwritten.
 void AddSchedule(const CommandLine& line);

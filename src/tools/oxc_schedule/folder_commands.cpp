@@ -20,7 +20,7 @@ std::string CheckedNewName(const std::string& text, const std::string& former = 
     }
     RefuseControls("The name", name);
     if (!SameText(name, former) && !Global::FolderNameFree(name)) {
-        Refuse("The name " + Quoted(name) + " already exists in the system. Please specify a new name.");
+        Refuse("The name " + Quoted(name) + Global::NameIsTaken);
     }
     return name;
 }

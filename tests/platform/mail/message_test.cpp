@@ -4,9 +4,12 @@
 #include <gmime/gmime.h>
 
 #include <regex>
+#include <set>
+#include <string_view>
 
 #include "mail_fixture.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/export_formats.h"
 #include "platform/mail/message/message_writer.h"
 #include "support/time_zone.h"
 
@@ -268,6 +271,25 @@ TEST_F(MailContent, AttachmentsKeepTheirBytesNamesAndKinds) {
     EXPECT_EQ(sent.Content(3), "<p>a\nb\r\nc</p>\n");
     EXPECT_EQ(sent.Type(4), "application/octet-stream");
     EXPECT_EQ(sent.Content(4), "");
+}
+
+// A reader chooses the program that opens a file by its type.
+TEST_F(MailContent, EveryFormatOfAnExportHasATypeOfItsOwn) {
+    std::set<std::string> types;
+    for (const report::FormatRow& row : report::FormatTable) {
+        // A user may save a file under the word.
+        for (const std::string_view ending : {row.extension, row.word}) {
+            m_message->Attachments().Add().Source = WriteFile("sales." + std::string(ending), "x");
+        }
+    }
+    const ParsedMessage sent(SentBytes());
+    int part = 0;
+    for (const report::FormatRow& row : report::FormatTable) {
+        const std::string type = sent.Type(++part);
+        EXPECT_NE(type, "application/octet-stream") << row.extension;
+        EXPECT_TRUE(types.insert(type).second) << row.extension << " has the type of another format";
+        EXPECT_EQ(sent.Type(++part), type) << row.word;
+    }
 }
 
 TEST_F(MailContent, NoLineIsLongerThanMailAllows) {

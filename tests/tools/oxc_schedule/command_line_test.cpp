@@ -5,6 +5,7 @@
 
 #include "support/source_dir.h"
 #include "support/temporary_folder.h"
+#include "tools/oxc_schedule/commands.h"
 
 using tools::CommandLine;
 using tools::ParseCommandLine;
@@ -112,4 +113,10 @@ TEST(ScheduleCommandLine, GuideDescribesEveryCommandAndOption) {
             EXPECT_NE(guide.find(word), std::string::npos) << command.words << " " << word;
         }
     }
+}
+
+// Before a folder or a database is made.
+TEST(ScheduleCommandLine, ACommandThatIsNotInTheTableIsRefused) {
+    const CommandLine line{"folder show", {}, {}};
+    EXPECT_THROW(tools::RunScheduleCommand(line), tools::ScheduleUsageError);
 }
