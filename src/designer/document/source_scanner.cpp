@@ -211,7 +211,7 @@ void SourceScanner::CheckReferences(std::size_t begin, std::size_t end) const {
         const std::string_view reference = rest.substr(0, std::min(rest.find(';'), rest.size()));
         const bool isEntity =
             m_hasDocumentType && !reference.empty() && NameLength(reference) == reference.size();
-        if (reference.size() == rest.size() || (!isEntity && !ReferredCharacter(reference))) {
+        if (reference.size() == rest.size() || (!isEntity && !rdl::xml::ReferredCharacter(reference))) {
             FailAsMalformed(at, "a & that begins no reference to a character");
         }
     }

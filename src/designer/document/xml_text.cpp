@@ -2,9 +2,8 @@
 #include "designer/document/xml_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
-#include <utility>
+#include <optional>
 
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
@@ -12,8 +11,6 @@
 
 namespace designer {
 namespace {
-
-constexpr std::size_t LongestReference = 16;
 
 struct Interval {
     char32_t first, last;
@@ -49,10 +46,10 @@ std::string Resolve(std::string_view written, char blank) {
         } else if (blank != '\0' && (c == '\n' || c == '\t')) {
             text += blank;
         } else if (c == '&') {
-            const std::size_t length = written.substr(at, LongestReference).find(';');
+            const std::size_t length = written.substr(at, rdl::xml::LongestReference).find(';');
             const auto character = length == std::string_view::npos
                                        ? std::nullopt
-                                       : ReferredCharacter(written.substr(at + 1, length - 1));
+                                       : rdl::xml::ReferredCharacter(written.substr(at + 1, length - 1));
             if (character) {
                 AppendCharacter(text, *character);
                 at += length;
@@ -78,28 +75,6 @@ std::size_t NameLength(std::string_view text) {
         at += character.length;
     }
     return at;
-}
-
-std::optional<char32_t> ReferredCharacter(std::string_view reference) {
-    constexpr std::pair<std::string_view, char32_t> Named[] = {
-        {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
-    for (const auto& [name, character] : Named) {
-        if (reference == name) {
-            return character;
-        }
-    }
-    const bool isHex = reference.starts_with("#x");
-    if (!reference.starts_with('#')) {
-        return std::nullopt;
-    }
-    const std::string_view digits = reference.substr(isHex ? 2 : 1);
-    std::uint32_t code = 0;
-    const auto [stop, failure] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), code, isHex ? 16 : 10);
-    if (failure != std::errc() || stop != digits.data() + digits.size() || !rdl::xml::IsXmlCharacter(code)) {
-        return std::nullopt;
-    }
-    return code;
 }
 
 std::string Resolved(std::string_view written) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,9 +12,6 @@ namespace designer {
 // there is none.
 std::size_t NameLength(std::string_view text);
 
-// Returns the character that a reference stands for, without its & and ;. nullopt if it names an entity that
-// is not predefined, or a character that XML does not have.
-std::optional<char32_t> ReferredCharacter(std::string_view reference);
 // Returns the text with its references resolved and its line ends as line feeds. References to other entities
 // stay as they are written.
 std::string Resolved(std::string_view written);

@@ -9,15 +9,16 @@
 #include <array>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
+
 namespace viewer {
 namespace {
 
-constexpr double PointsPerInch = 72;
 constexpr std::array UsualZooms = {10.0,  25.0,  50.0,  75.0,  100.0, 125.0,
                                    150.0, 200.0, 250.0, 300.0, 350.0, 400.0};
 
 double PixelsPerPoint(const QWidget& widget) {
-    return widget.logicalDpiY() / PointsPerInch;
+    return widget.logicalDpiY() / rdl::PointsPerInch;
 }
 
 QRectF OnScreen(const QRectF& points, double scale, QPointF corner) {

@@ -6,15 +6,17 @@
 
 namespace rdl {
 
+inline constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254;
+
 struct SizeUnit {
     std::string_view name;
-    double points;  // 1/72 inch
+    double points;
 };
 inline constexpr SizeUnit SizeUnits[] = {
-    {"in", 72}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"pt", 1}, {"pc", 12}};
+    {"in", PointsPerInch}, {"cm", PointsPerInch / 2.54}, {"mm", PointsPerInch / 25.4}, {"pt", 1}, {"pc", 12}};
 
 // Points: the largest size of a report, 455 inches. It is the limit of report designers, which also keeps
 // sums finite.
-inline constexpr double MaxSize = 455 * 72.0;
+inline constexpr double MaxSize = 455 * PointsPerInch;
 
 }  // namespace rdl

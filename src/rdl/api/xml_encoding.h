@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Characters and encodings of XML files (XML 1.0, sections 2.2 and 4.3.3).
+// Characters, references to them and encodings of XML files (XML 1.0, sections 2.2, 4.1, 4.3.3 and 4.6).
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,13 @@ constexpr bool IsXmlCharacter(char32_t character) {
                                    (character >= 0x10000 && character <= 0x10FFFF)
                              : character == '\t' || character == '\n' || character == '\r';
 }
+
+// Bytes, with & and ;: of a reference to a character or to an entity that XML has itself.
+inline constexpr std::size_t LongestReference = 16;
+
+// Returns the character that a reference stands for, without its & and ;. nullopt if it names an entity that
+// is not predefined, or a character that XML does not have.
+std::optional<char32_t> ReferredCharacter(std::string_view reference);
 
 // Returns the encoding that the declaration at the beginning of a file names. Empty if there is no
 // declaration, if it names none, or if it names one of wider units than a byte: it was readable as bytes, so

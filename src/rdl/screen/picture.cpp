@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
 #include "rdl/screen/page_painter.h"
 #include "rdl/values/error.h"
 
@@ -13,7 +14,6 @@ namespace rdl::screen {
 namespace {
 
 constexpr double DotsPerInch = 192, MostPixels = 16e6;
-constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254;
 
 }  // namespace
 

@@ -3,9 +3,12 @@
 
 #include <QtCore/QByteArrayView>
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <pugixml.hpp>
+#include <system_error>
 #include <utility>
 
 #include "rdl/api/xml_encoding.h"
@@ -112,6 +115,28 @@ std::string_view WithoutByteOrderMark(std::string_view text) {
 }
 
 }  // namespace
+
+std::optional<char32_t> ReferredCharacter(std::string_view reference) {
+    constexpr std::pair<std::string_view, char32_t> Predefined[] = {
+        {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
+    for (const auto& [name, character] : Predefined) {
+        if (reference == name) {
+            return character;
+        }
+    }
+    if (!reference.starts_with('#')) {
+        return std::nullopt;
+    }
+    const bool isHex = reference.starts_with("#x");
+    const std::string_view digits = reference.substr(isHex ? 2 : 1);
+    std::uint32_t code = 0;
+    const auto [stop, failure] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), code, isHex ? 16 : 10);
+    if (failure != std::errc() || stop != digits.data() + digits.size() || !IsXmlCharacter(code)) {
+        return std::nullopt;
+    }
+    return code;
+}
 
 std::string DeclaredEncoding(std::string_view bytes) {
     const std::size_t end = bytes.substr(0, LongestDeclaration).find("?>");

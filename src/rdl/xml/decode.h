@@ -8,8 +8,6 @@
 
 namespace rdl::xml {
 
-constexpr std::size_t LongestReference = 16;  // bytes; of a character or of an entity that XML has itself
-
 // Returns the text as UTF-8. The encoding comes from the byte order mark, the first bytes or the declaration;
 // the default is UTF-8. The result is a view of `bytes` if they are UTF-8 already, else of `storage`. Raises
 // Flaw for bytes invalid in their encoding, an unknown encoding, and characters that XML does not allow.

@@ -2,10 +2,10 @@
 #include "rdl/xml/parse.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <optional>
 #include <pugixml.hpp>
 #include <unordered_map>
 
@@ -370,37 +370,17 @@ class TreeBuilder {
             }
             const std::string_view rest(at, std::min<std::size_t>(LongestReference, end - at));
             const std::size_t length = rest.find(';');
-            if (length == std::string_view::npos || !Append(to, rest.substr(1, length - 1))) {
+            const auto character = length == std::string_view::npos
+                                       ? std::nullopt
+                                       : ReferredCharacter(rest.substr(1, length - 1));
+            if (!character) {
                 FailAsMalformed(PlaceOf(at), "a & that begins no reference to a character");
             }
+            to = PutUtf8(*character, to);
             at += length + 1;
         }
         *to = '\0';  // a second call finds it resolved
         return {begin, static_cast<std::size_t>(to - begin)};
-    }
-
-    static bool Append(char*& to, std::string_view reference) {
-        constexpr std::pair<std::string_view, char> Named[] = {
-            {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
-        for (const auto& [name, character] : Named) {
-            if (reference == name) {
-                *to++ = character;
-                return true;
-            }
-        }
-        const bool isHex = reference.starts_with("#x");
-        if (!reference.starts_with('#')) {
-            return false;
-        }
-        const std::string_view digits = reference.substr(isHex ? 2 : 1);
-        std::uint32_t code = 0;
-        const auto [stop, failure] =
-            std::from_chars(digits.data(), digits.data() + digits.size(), code, isHex ? 16 : 10);
-        if (failure != std::errc() || stop != digits.data() + digits.size() || !IsXmlCharacter(code)) {
-            return false;
-        }
-        to = PutUtf8(code, to);
-        return true;
     }
 
     std::string_view m_text;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "rdl/api/xml_encoding.h"
+
 namespace rdl::xml {
 namespace {
 

@@ -11,7 +11,7 @@ bool IsPlain(char c) {
 }
 
 // Returns an empty text for a character that stands for itself.
-std::string_view EntityOf(char32_t code, bool escapesApostrophes) {
+std::string_view EntityOf(char32_t code, Apostrophes apostrophes) {
     switch (code) {
         case '&':
             return "&amp;";
@@ -22,7 +22,7 @@ std::string_view EntityOf(char32_t code, bool escapesApostrophes) {
         case '"':
             return "&quot;";
         case '\'':
-            return escapesApostrophes ? "&#39;" : "";
+            return apostrophes == Apostrophes::AsEntities ? "&#39;" : "";
         default:
             return "";
     }
@@ -30,7 +30,7 @@ std::string_view EntityOf(char32_t code, bool escapesApostrophes) {
 
 }  // namespace
 
-void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), bool escapesApostrophes,
+void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), Apostrophes apostrophes,
                    std::string& out) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t begin = at;
@@ -42,7 +42,7 @@ void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), bool esca
             return;
         }
         const char32_t code = NextCharacter(text, at);
-        if (const std::string_view entity = EntityOf(code, escapesApostrophes); !entity.empty()) {
+        if (const std::string_view entity = EntityOf(code, apostrophes); !entity.empty()) {
             out += entity;
         } else if (isAllowed(code)) {
             AppendUtf8(code, out);

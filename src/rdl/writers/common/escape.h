@@ -8,9 +8,10 @@
 
 namespace rdl::writers {
 
-// Appends the text with & < > " as entities; a malformed byte becomes U+FFFD. A character for which
-// `isAllowed` returns false is left out.
-void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), bool escapesApostrophes,
+enum class Apostrophes { AsTheyAre, AsEntities };
+// Appends the text with & < > " as entities, and apostrophes if they are AsEntities; a malformed byte becomes
+// U+FFFD. A character for which `isAllowed` returns false is left out.
+void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), Apostrophes apostrophes,
                    std::string& out);
 
 }  // namespace rdl::writers

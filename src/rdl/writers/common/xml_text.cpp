@@ -28,7 +28,7 @@ std::string XmlText(std::string_view text) {
 }
 
 void AppendXml(std::string_view text, std::string& out) {
-    AppendEscaped(text, IsAllowed, false, out);
+    AppendEscaped(text, IsAllowed, Apostrophes::AsTheyAre, out);
 }
 
 }  // namespace rdl::writers

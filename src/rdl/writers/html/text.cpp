@@ -25,7 +25,7 @@ bool IsAllowed(char32_t code) {
 }  // namespace
 
 void AppendHtml(std::string_view text, std::string& out) {
-    AppendEscaped(text, IsAllowed, true, out);
+    AppendEscaped(text, IsAllowed, Apostrophes::AsEntities, out);
 }
 
 void AppendNumber(double number, std::string& out) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
 #include "rdl/image/png_writer.h"
 #include "rdl/screen/page_codec.h"
 #include "rdl/screen/page_painter.h"
@@ -15,7 +16,7 @@
 namespace rdl::writers {
 namespace {
 
-constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254, MostPixels = 64e6;
+constexpr double MostPixels = 64e6;
 
 // Makes the pages up to the wanted one, and all of them if it shows their number.
 layout::Page PageOf(layout::ReportInstance& report, int wanted) {

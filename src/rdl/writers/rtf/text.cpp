@@ -31,7 +31,9 @@ bool IsPlain(unsigned char c) {
     return c >= 0x20 && c < 0x7F && c != '\\' && c != '{' && c != '}';
 }
 
-void AppendEscaped(std::string_view text, bool oneLine, std::string& out) {
+enum class LineEnds { Kept, AsSpaces };  // and tabs
+
+void AppendEscaped(std::string_view text, LineEnds lineEnds, std::string& out) {
     for (std::size_t i = 0; i < text.size();) {
         const char32_t code = NextCharacter(text, i);
         if (code == '\\' || code == '{' || code == '}') {
@@ -40,7 +42,7 @@ void AppendEscaped(std::string_view text, bool oneLine, std::string& out) {
         } else if (code < 0x7F && IsPlain(static_cast<unsigned char>(code))) {
             out += static_cast<char>(code);
         } else if (code == '\n' || code == '\t' || code == LineSeparator || code == ParagraphSeparator) {
-            out += oneLine ? " " : code == '\t' ? "\\tab " : "\\line ";
+            out += lineEnds == LineEnds::AsSpaces ? " " : code == '\t' ? "\\tab " : "\\line ";
         } else {
             AppendCode(code, out);
         }
@@ -50,11 +52,11 @@ void AppendEscaped(std::string_view text, bool oneLine, std::string& out) {
 }  // namespace
 
 void AppendRtf(std::string_view text, std::string& out) {
-    AppendEscaped(text, false, out);
+    AppendEscaped(text, LineEnds::Kept, out);
 }
 
 void AppendRtfName(std::string_view text, std::string& out) {
-    AppendEscaped(text, true, out);
+    AppendEscaped(text, LineEnds::AsSpaces, out);
 }
 
 void AppendWord(const char* word, int number, std::string& out) {

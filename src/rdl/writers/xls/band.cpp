@@ -60,12 +60,12 @@ XlsLayout::Around XlsLayout::PlaceInBand(const BandItem& placed, std::uint32_t r
         LeaveAround(m_around);
     } else if (item.kind == InstanceKind::Image && overRows) {  // over rows of the items beside it
         Mark(item, row, ColumnsAt(placed.x + Left(item), placed.x + Right(item)).first);
-        PlaceFilled(item, placed.x, row, false, false);
+        PlaceFilled(item, placed.x, row, Level::Inner, ImageRows::OfOthers);
         after = row;
     } else if (item.kind == InstanceKind::Line && overRows) {  // in the rows that the others make
         after = row;
     } else {
-        const std::uint32_t end = PlaceOne(item, placed.x, row, false);
+        const std::uint32_t end = PlaceOne(item, placed.x, row, Level::Inner);
         after = item.kind == InstanceKind::Image ? row + 1 : end;
         m_around = item.kind == InstanceKind::Table ? Around() : m_around;
     }

@@ -194,21 +194,21 @@ void XlsLayout::Section(layout::SectionInstance& section, bool isFirst, bool isL
     BeginSheet();
     const Columns all = ColumnsAt(0, std::max(section.bodyWidth, 1.0));
     const auto part = [&](const std::vector<Instance>& items, const layout::BoxStylePtr& style,
-                          std::uint32_t row, bool top) {
+                          std::uint32_t row, Level level) {
         const bool fills = !items.empty() && style && layout::IsVisible(style->background);
         if (fills) {
             BeginFill(style->background, all, row);
         }
-        const std::uint32_t end = Place(items, 0, row, top);
+        const std::uint32_t end = Place(items, 0, row, level);
         if (fills) {
             EndFill(end);
         }
         return end;
     };
-    std::uint32_t row = part(header, section.page.headerStyle, 0, false);
-    row = part(section.items, section.bodyStyle, row, true);
+    std::uint32_t row = part(header, section.page.headerStyle, 0, Level::Inner);
+    row = part(section.items, section.bodyStyle, row, Level::Top);
     m_breakPending = false;
-    part(footer, section.page.footerStyle, row, false);
+    part(footer, section.page.footerStyle, row, Level::Inner);
 }
 
 void XlsLayout::Report(layout::ReportInstance& report) {
@@ -220,8 +220,7 @@ void XlsLayout::Report(layout::ReportInstance& report) {
     }
 }
 
-std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row,
-                               bool isTopLevel) {
+std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row, Level level) {
     if (items.empty()) {
         return row;
     }
@@ -244,9 +243,9 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             bottom = std::max(bottom, Bottom(*sorted[i]));
         }
         const bool breaks =
-            isTopLevel && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
+            level == Level::Top && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
         const std::string& name = band.front()->pageName;
-        if (isTopLevel && !name.empty() && (breaks || m_sheet->name.empty())) {
+        if (level == Level::Top && !name.empty() && (breaks || m_sheet->name.empty())) {
             m_pageName = name;
             m_sheet->name = breaks ? m_sheet->name : name;
         }
@@ -256,8 +255,8 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
         } else if (begin - end > Near) {
             m_sheet->Height(row++, begin - end, XlsWorksheet::HeightKind::Fixed);
         }
-        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, isTopLevel) : PlaceBand(band, x, row);
-        if (isTopLevel) {
+        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, level) : PlaceBand(band, x, row);
+        if (level == Level::Top) {
             m_sheet->Complete(row);
             m_breakPending = m_breakPending || band.back()->breakAfter;
         }
@@ -267,7 +266,7 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
     return row;
 }
 
-std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
+std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, Level level) {
     if (!IsText(item)) {
         Mark(item, row, ColumnsAt(x + Left(item), x + Right(item)).first);
     }
@@ -287,7 +286,7 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
         case InstanceKind::Image:
         case InstanceKind::Container:
         case InstanceKind::Table:
-            return PlaceFilled(item, x, row, isTopLevel);
+            return PlaceFilled(item, x, row, level);
         case InstanceKind::Drawing:
             break;
     }
@@ -295,18 +294,18 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
 }
 
 // Images, containers and tables, over the fill that they have themselves.
-std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel,
-                                     bool hasOwnRows) {
+std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, Level level,
+                                     ImageRows imageRows) {
     const Around around = BeginAround(item, x, row);
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
-        end = std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
-    } else if (item.kind == InstanceKind::Image && !hasOwnRows) {
+        end = std::max(Place(item.children, x + item.x, row, level), row + 1);
+    } else if (item.kind == InstanceKind::Image && imageRows == ImageRows::OfOthers) {
         PutImage(item, x, row);
     } else if (item.kind == InstanceKind::Image) {
         end = PlaceImage(item, x, row);
     } else if (item.table) {
-        end = PlaceTable(item, x + item.x, row, isTopLevel);
+        end = PlaceTable(item, x + item.x, row, level);
     }
     LeaveAround(around);
     EndAround(around, end);

@@ -68,10 +68,10 @@ class XlsLayout {
     void LeaveAround(const Around& around);
     void EndAround(const Around& around, std::uint32_t row);
     void BeginSheet();
-    // Each function places items from `row` on and returns the row after them. `isTopLevel`: no table is
-    // around the items; tables are then streamed and may start new sheets.
-    std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row,
-                        bool isTopLevel);
+    // Top: no table is around the items. Tables are then streamed and may start new sheets.
+    enum class Level { Top, Inner };
+    // Each function places items from `row` on and returns the row after them.
+    std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row, Level level);
     std::uint32_t PlaceBand(const Items& items, double x, std::uint32_t row);
     // An item beside others; top and bottom are in the container of the band.
     struct BandItem {
@@ -87,15 +87,16 @@ class XlsLayout {
     void PlaceOverRows(const std::vector<BandItem>& band, const Edges& lines,
                        const std::vector<std::uint32_t>& rows);
     Around PlaceInBand(const BandItem& placed, std::uint32_t row, bool overRows, std::uint32_t& after);
-    std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
-    std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
+    std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, Level level);
+    std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, Level level);
     std::uint32_t PlaceRow(const layout::TableRow& tableRow, const std::vector<double>& edges,
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index,
                              const std::vector<double>& edges);
-    // An image without rows of its own lies over those of the items beside it.
-    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel,
-                              bool hasOwnRows = true);
+    // An image in rows OfOthers lies over those of the items beside it.
+    enum class ImageRows { Own, OfOthers };
+    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, Level level,
+                              ImageRows imageRows = ImageRows::Own);
     XlsRange RightOfOthers(const XlsRange& range) const;
     void PlaceText(const layout::Instance& item, XlsRange range);
     layout::BoxStylePtr Filled(const layout::BoxStylePtr& box);

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
+
 namespace rdl::writers {
 namespace {
 
@@ -13,7 +15,7 @@ constexpr std::uint16_t Dimensions = 0x0200, RowRecord = 0x0208, BlankRecord = 0
                         Pane = 0x0041, Selection = 0x001D, MergeCells = 0x00E5, HLink = 0x01B8,
                         MarginLeft = 0x0026, MarginRight = 0x0027, MarginTop = 0x0028, MarginBottom = 0x0029;
 constexpr unsigned RowsInBlock = 32;
-constexpr double PointsPerWidthUnit = 7 * 72.0 / 96;  // of the default font's digit
+constexpr double PointsPerWidthUnit = 7 * PointsPerInch / 96;  // of the default font's digit
 constexpr std::size_t MergesInRecord = 1026, LongestLink = 2000;
 
 }  // namespace
@@ -142,13 +144,12 @@ void XlsSheet::WriteSetup() {
                                                         {MarginBottom, page().marginBottom}};
     for (const auto& [type, margin] : margins) {
         m_head.Begin(type);
-        m_head.Double(margin / 72);
+        m_head.Double(margin / PointsPerInch);
         m_head.End();
     }
     const bool portrait = page().height >= page().width;
-    const double longSide = std::max(page().width, page().height);
     m_head.Begin(Setup);
-    m_head.U16(std::fabs(longSide - 842) < 4 ? 9 : 1);  // A4 or Letter
+    m_head.U16(static_cast<unsigned>(XlsPaperOf(page())));
     m_head.U16(100);
     m_head.U16(1);
     m_head.U16(1);

@@ -25,7 +25,7 @@ double LeftOf(const std::vector<double>& edges, int column) {
 
 }  // namespace
 
-std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
+std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_t row, Level level) {
     TableInstance& table = *item.table;
     if (!table.noRowsMessage.empty()) {
         const Columns columns = ColumnsAt(x, x + item.width);
@@ -46,19 +46,19 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
         table.Row(i, tableRow);
         const std::string name = tableRow.pageName;
         const bool breaks = tableRow.breakBefore || m_breakPending;
-        if (isTopLevel &&
+        if (level == Level::Top &&
             ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= m_book.Bounds().rows - RowsKeptBack)) {
             CloseSpans(spans, row);
             m_pageName = name.empty() ? m_pageName : name;
             row = BreakSheet(table, i, edges);
-        } else if (isTopLevel && !name.empty() && m_sheet->name.empty()) {
+        } else if (level == Level::Top && !name.empty() && m_sheet->name.empty()) {
             m_pageName = m_sheet->name = name;
         }
-        if (isTopLevel && tableRow.columnHeader) {
+        if (level == Level::Top && tableRow.columnHeader) {
             m_sheet->Heading(row);
         }
         row = PlaceRow(tableRow, edges, row);
-        if (isTopLevel) {
+        if (level == Level::Top) {
             m_sheet->Complete(row);
             m_breakPending = tableRow.breakAfter;
         }
@@ -100,7 +100,7 @@ std::uint32_t XlsLayout::PlaceRow(const TableRow& tableRow, const std::vector<do
             continue;
         }
         m_around = {};
-        end = std::max(end, PlaceOne(cell.content, LeftOf(edges, cell.column), row, false));
+        end = std::max(end, PlaceOne(cell.content, LeftOf(edges, cell.column), row, Level::Inner));
         if (cell.content.kind != InstanceKind::Table && cell.rowSpan <= 1) {
             boxes.push_back(m_around);
         }

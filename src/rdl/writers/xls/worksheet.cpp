@@ -2,10 +2,17 @@
 #include "rdl/writers/xls/worksheet.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "rdl/values/error.h"
 
 namespace rdl::writers {
+
+XlsPaper XlsPaperOf(const XlsPage& page) {
+    constexpr double A4Height = 842, Tolerance = 4;  // points
+    return std::fabs(std::max(page.width, page.height) - A4Height) < Tolerance ? XlsPaper::A4
+                                                                               : XlsPaper::Letter;
+}
 
 XlsWorksheet::XlsWorksheet(const XlsBounds& bounds, std::vector<double> columnWidths,
                            const layout::PageSetup& page)

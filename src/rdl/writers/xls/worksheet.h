@@ -47,6 +47,11 @@ struct XlsBounds {
     const char* columnsText;
 };
 
+// The numbers of paper sizes, the same in both formats (MS-XLS, Setup; ECMA-376 Part 1, 18.3.1.63).
+enum class XlsPaper : std::uint8_t { Letter = 1, A4 = 9 };
+// Returns the paper for a page in either orientation: A4 if its long side is about as long, else Letter.
+XlsPaper XlsPaperOf(const XlsPage& page);
+
 inline constexpr double XlsTallestRow = 409, XlsDefaultRowHeight = 12.75;  // points
 inline constexpr std::uint32_t XlsLastFrozenRow = 40;  // more would leave no room for what scrolls
 

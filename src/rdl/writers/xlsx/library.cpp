@@ -9,6 +9,8 @@
 #include <new>
 #include <utility>
 
+#include "rdl/api/size_units.h"
+
 namespace rdl::writers {
 
 void MergeWritten(lxw_worksheet& sheet, const XlsRange& range) {
@@ -64,7 +66,6 @@ lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_pr
 }
 
 void Resize(lxw_object_properties& image, double width, double height) {
-    constexpr double PointsPerInch = 72;
     image.x_scale = width / PointsPerInch * image.x_dpi / std::max(image.width, 1.0);
     image.y_scale = height / PointsPerInch * image.y_dpi / std::max(image.height, 1.0);
 }

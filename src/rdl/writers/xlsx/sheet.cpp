@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/api/size_units.h"
 #include "rdl/writers/xlsx/book.h"
 #include "rdl/writers/xlsx/library.h"
 
 namespace rdl::writers {
 namespace {
 
-constexpr double PointsPerInch = 72, PixelsPerInch = 96;
+constexpr double PixelsPerInch = 96;
 
 lxw_col_t ColumnOf(std::size_t column) {
     return static_cast<lxw_col_t>(column);
@@ -32,10 +33,7 @@ XlsxSheet::XlsxSheet(XlsxBook& book, lxw_worksheet& sheet, std::vector<double> w
 }
 
 void XlsxSheet::SetUpPage() {
-    constexpr std::uint8_t Letter = 1, A4 = 9;
-    constexpr double A4Height = 842, Near = 4;
-    const double longSide = std::max(page().width, page().height);
-    worksheet_set_paper(&m_sheet, std::fabs(longSide - A4Height) < Near ? A4 : Letter);
+    worksheet_set_paper(&m_sheet, static_cast<std::uint8_t>(XlsPaperOf(page())));
     page().height >= page().width ? worksheet_set_portrait(&m_sheet) : worksheet_set_landscape(&m_sheet);
     worksheet_set_margins(&m_sheet, page().marginLeft / PointsPerInch, page().marginRight / PointsPerInch,
                           page().marginTop / PointsPerInch, page().marginBottom / PointsPerInch);

@@ -118,7 +118,7 @@ void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction,
 }
 
 void DrawMarker(const std::string& shape, const GaugeTrack& track, double share, GaugePlace place,
-                double thick, bool pointsInwards, Color fill, const Border& border, Canvas& canvas) {
+                double thick, MarkerPoints points, Color fill, const Border& border, Canvas& canvas) {
     const double length = place.outer - place.inner;
     if (EqualNoCase(shape, "None") || !(length > 0) || !(thick > 0)) {
         return;
@@ -130,7 +130,7 @@ void DrawMarker(const std::string& shape, const GaugeTrack& track, double share,
     }
     std::vector<Spot> corners = CornersOf(shape);
     for (Spot& corner : corners) {
-        corner.x = (pointsInwards ? 1 - corner.x : corner.x) * length;
+        corner.x = (points == MarkerPoints::Inwards ? 1 - corner.x : corner.x) * length;
         corner.y *= thick;
     }
     DrawTurned(corners, track.At(share, place.inner), track.Direction(share), fill, border, canvas);

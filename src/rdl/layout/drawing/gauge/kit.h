@@ -47,12 +47,13 @@ class GaugeKit {
     const Culture& m_culture;
 };
 
+enum class MarkerPoints { Outwards, Inwards };
 // Draws a marker or tick by its name: Rectangle, Triangle, Circle, Diamond, Trapezoid, Star, Wedge, Pentagon.
 // It spans the two distances of `place` from the track at `share` (0 to 1 along it) and is `thick` points
-// wide; pointed shapes point to `outer` unless `pointsInwards`. Draws nothing for None or without an area;
+// wide; pointed shapes point to `outer`, or Inwards to `inner`. Draws nothing for None or without an area;
 // any other name is a rectangle.
 void DrawMarker(const std::string& shape, const GaugeTrack& track, double share, GaugePlace place,
-                double thick, bool pointsInwards, Color fill, const Border& border, Canvas& canvas);
+                double thick, MarkerPoints points, Color fill, const Border& border, Canvas& canvas);
 
 // Draws a polygon whose corners {forward, aside}, in points, are relative to `origin` and a direction in
 // radians, clockwise from upwards.

@@ -43,9 +43,11 @@ void DrawMark(const Pointer& pointer) {
     const GaugePlace place = PlaceBeside(pointer.axis.track, placement, pointer.Size("DistanceFromScale", 0),
                                          pointer.Size("MarkerLength", UsualMarker));
     const std::string word = pointer.kit.Text(pointer.definition, "MarkerStyle");
+    const MarkerPoints points =
+        placement == GaugePlacement::Outside ? MarkerPoints::Inwards : MarkerPoints::Outwards;
     DrawMarker(word.empty() ? "Triangle" : word, pointer.axis.track, pointer.share, place,
-               pointer.Size("Width", UsualPointer), placement == GaugePlacement::Outside, pointer.Fill(),
-               pointer.Outline(), pointer.kit.Paper());
+               pointer.Size("Width", UsualPointer), points, pointer.Fill(), pointer.Outline(),
+               pointer.kit.Paper());
 }
 
 // From the pivot: forward 1 is the tip, aside is in half widths.

@@ -100,8 +100,8 @@ void DrawTicks(const GaugeAxis& axis, const GaugePart& part, bool minor, const G
     for (const double value : TicksOf(axis, part, minor, kit)) {
         const Color own = RangeColor(axis, "InRangeTickMarksColor", value, kit);
         DrawMarker(tick.shape, axis.track, axis.ShareOf(value),
-                   PlaceBeside(axis.track, tick.placement, tick.distance, tick.length), tick.width, false,
-                   IsVisible(own) ? own : usual, Border(), kit.Paper());
+                   PlaceBeside(axis.track, tick.placement, tick.distance, tick.length), tick.width,
+                   MarkerPoints::Outwards, IsVisible(own) ? own : usual, Border(), kit.Paper());
     }
 }
 
