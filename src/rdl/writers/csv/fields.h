@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Fields of text files (RFC 4180).
+// Fields and lines of text files (RFC 4180, section 2).
 #pragma once
 
 #include <string>
