@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/MenuHandlers.h"
 
-#include <map>
+#include <string_view>
 
 #include "app/DocumentCommands.h"
 #include "app/frmConfig.h"
@@ -16,6 +16,7 @@
 #include "dialogs/frmWiz.h"
 #include "execution/PreviewCommands.h"
 #include "execution/on_demand/DemandCommands.h"
+#include "platform/base/named.h"
 
 namespace {
 
@@ -23,50 +24,61 @@ HistoryFrame& History() {
     return frmViewer::Instance();
 }
 
+struct MenuHandler {
+    std::string_view name;  // of the entry
+    void (*click)();
+};
+
+constexpr MenuHandler Handlers[] = {
+    {"mnuAdd", mnuAdd_Click},
+    {"mnuDesktop", mnuDesktop_Click},
+    {"mnuEnd", mnuEnd_Click},
+    {"mnuQuick", mnuQuick_Click},
+    {"mnuPollInt", mnuPollInt_Click},
+    {"mnuDesign", mnuDesign_Click},
+    {"mnuCasc", mnuCasc_Click},
+    {"mnuTile", mnuTile_Click},
+    {"mnuArr", mnuArr_Click},
+    {"mnuAbout", mnuAbout_Click},
+    {"mnuHelp", mnuHelp_Click},
+    {"mnuSupport", mnuSupport_Click},
+    {"mnuDeskView", mnuDeskView_Click},
+    {"mnuDeskExec", mnuDeskExec_Click},
+    {"mnubtcRun", mnubtcRun_Click},
+    {"mnubtcExec", mnubtcExec_Click},
+    {"mnubtcOutput", mnubtcOutput_Click},
+    {"mnubtcPar", mnubtcPar_Click},
+    {"mnubtcDelSel", mnubtcDelSel_Click},
+    {"mnutbLoad", mnutbLoad_Click},
+    {"mnutbExit", mnutbExit_Click},
+    {"mnuView", mnuView_Click},
+    {"mnuRefHis", mnuRefHis_Click},
+    {"mnuExec", [] { mnuExec_Click(History); }},
+    {"mnuDel", mnuDel_Click},
+    {"mnubView", mnubView_Click},
+    {"mnuOutput", mnuOutput_Click},
+    {"mnuEditPar", mnuEditPar_Click},
+    {"mnuDir", mnuDir_Click},
+    {"mnuIcons", mnuIcons_Click},
+    {"mnuViewList", mnuViewList_Click},
+    {"mnuDetails", mnuDetails_Click},
+    {"mnuDeskProp", mnuDeskProp_Click},
+    {"mnuDeskRpt", mnuDeskRpt_Click},
+    {"mnuDeskDel", mnuDeskDel_Click},
+    {"mnuDeskNew", mnuDeskNew_Click},
+    {"mnuDeskOpen", mnuDeskOpen_Click},
+    {"mnuRename", mnuRename_Click},
+    {"mnuDeskDelfld", mnuDeskDelfld_Click},
+};
+static_assert(NamesDiffer(Handlers));
+
 }  // namespace
 
 std::function<void()> FindMenuHandler(const std::string& entry) {
-    static const std::map<std::string, std::function<void()>> handlers = {
-        {"mnuAdd", mnuAdd_Click},
-        {"mnuDesktop", mnuDesktop_Click},
-        {"mnuEnd", mnuEnd_Click},
-        {"mnuQuick", mnuQuick_Click},
-        {"mnuPollInt", mnuPollInt_Click},
-        {"mnuDesign", mnuDesign_Click},
-        {"mnuCasc", mnuCasc_Click},
-        {"mnuTile", mnuTile_Click},
-        {"mnuArr", mnuArr_Click},
-        {"mnuAbout", mnuAbout_Click},
-        {"mnuHelp", mnuHelp_Click},
-        {"mnuSupport", mnuSupport_Click},
-        {"mnuDeskView", mnuDeskView_Click},
-        {"mnuDeskExec", mnuDeskExec_Click},
-        {"mnubtcRun", mnubtcRun_Click},
-        {"mnubtcExec", mnubtcExec_Click},
-        {"mnubtcOutput", mnubtcOutput_Click},
-        {"mnubtcPar", mnubtcPar_Click},
-        {"mnubtcDelSel", mnubtcDelSel_Click},
-        {"mnutbLoad", mnutbLoad_Click},
-        {"mnutbExit", mnutbExit_Click},
-        {"mnuView", mnuView_Click},
-        {"mnuRefHis", mnuRefHis_Click},
-        {"mnuExec", [] { mnuExec_Click(History); }},
-        {"mnuDel", mnuDel_Click},
-        {"mnubView", mnubView_Click},
-        {"mnuOutput", mnuOutput_Click},
-        {"mnuEditPar", mnuEditPar_Click},
-        {"mnuDir", mnuDir_Click},
-        {"mnuIcons", mnuIcons_Click},
-        {"mnuViewList", mnuViewList_Click},
-        {"mnuDetails", mnuDetails_Click},
-        {"mnuDeskProp", mnuDeskProp_Click},
-        {"mnuDeskRpt", mnuDeskRpt_Click},
-        {"mnuDeskDel", mnuDeskDel_Click},
-        {"mnuDeskNew", mnuDeskNew_Click},
-        {"mnuDeskOpen", mnuDeskOpen_Click},
-        {"mnuRename", mnuRename_Click},
-        {"mnuDeskDelfld", mnuDeskDelfld_Click},
-    };
-    const auto found = handlers.find(entry);
-    return found == handlers.end() ? nullptr : found->second;
+    for (const MenuHandler& handler : Handlers) {
+        if (handler.name == entry) {
+            return handler.click;
+        }
+    }
+    return nullptr;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Menus.h"
 
+#include <iterator>
+#include <string_view>
+
 namespace {
 
 constexpr MenuRow Rows[] = {
@@ -63,6 +66,19 @@ constexpr MenuRow Rows[] = {
     {"mnubtchPop2", "mnubtcExec", "Execute Package..."},
     {"mnubtchPop2", "mnubtcDelSel", "Delete Selection..."},
 };
+
+// A later entry would take the place of an earlier one with its name.
+constexpr bool EntriesDiffer() {
+    for (const MenuRow* row = std::begin(Rows); row != std::end(Rows); ++row) {
+        for (const MenuRow* later = row + 1; later != std::end(Rows); ++later) {
+            if (row->name && later->name && std::string_view(row->name) == later->name) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+static_assert(EntriesDiffer());
 
 }  // namespace
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/base/named.h"
+
 namespace designer {
 
 // Colours are #RRGGBB; an empty fill is none.
@@ -104,6 +106,7 @@ inline constexpr std::array Themes = {
           "#DDB8A6",
           {"#9C3A1E", "#D9763F", "#F0B27A", "#6B705C", "#A5A58D", "#3D5A80"}},
 };
+static_assert(NamesDiffer(Themes));
 
 // Null if there is no theme of the name.
 constexpr const Theme* FindTheme(std::string_view name) {

@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+#include "rdl/values/named.h"
+
 namespace rdl {
 
 inline constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254;
@@ -14,6 +16,7 @@ struct SizeUnit {
 };
 inline constexpr SizeUnit SizeUnits[] = {
     {"in", PointsPerInch}, {"cm", PointsPerInch / 2.54}, {"mm", PointsPerInch / 25.4}, {"pt", 1}, {"pc", 12}};
+static_assert(NamesDiffer(SizeUnits));
 
 // Points: the largest size of a report, 455 inches. It is the limit of report designers, which also keeps
 // sums finite.

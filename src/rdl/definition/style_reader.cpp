@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "rdl/values/named.h"
+
 namespace rdl {
 namespace {
 
@@ -40,12 +42,14 @@ constexpr Named Plain[] = {
     {"VerticalAlign", P::VerticalAlign},
     {"WritingMode", P::WritingMode},
 };
+static_assert(NamesDiffer(Plain));
 
 constexpr Named PartsOfBackgroundImage[] = {
     {"Source", P::BackgroundImageSource}, {"Value", P::BackgroundImageValue},
     {"MIMEType", P::BackgroundImageType}, {"BackgroundRepeat", P::BackgroundRepeat},
     {"Position", P::BackgroundPosition},
 };
+static_assert(NamesDiffer(PartsOfBackgroundImage));
 
 // One row for each side; the columns are colour, style and width.
 struct BorderSide {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The pixels of a PNG image (ISO/IEC 15948) row by row: memory does not grow with the image.
+// The pixels of a PNG image (ISO/IEC 15948:2004, sections 8 Interlacing, 9 Filtering and 11 Chunks) row by
+// row: memory does not grow with the image.
 #pragma once
 
 #include <functional>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Writes a PNG image (ISO/IEC 15948) row by row, so that it need not be in memory.
+// Writes a PNG image row by row, so that it need not be in memory (ISO/IEC 15948:2004, sections 9 Filtering,
+// 11.2 for IHDR, IDAT and IEND, 11.3.5.3 for pHYs).
 #pragma once
 
 #include <png.h>

@@ -3,11 +3,13 @@
 
 #include <string_view>
 
+#include "platform/base/named.h"
+
 namespace tools {
 namespace {
 
 struct CommandWord {
-    const char* word;
+    std::string_view name;
     MailCommand command;
 };
 
@@ -16,10 +18,11 @@ constexpr CommandWord CommandWords[] = {
     {"show", MailCommand::Show},   {"set", MailCommand::Set},   {"password", MailCommand::Password},
     {"check", MailCommand::Check}, {"test", MailCommand::Test},
 };
+static_assert(NamesDiffer(CommandWords));
 
 MailCommand CommandOf(const std::string& word) {
     for (const CommandWord& known : CommandWords) {
-        if (word == known.word) {
+        if (word == known.name) {
             return known.command;
         }
     }

@@ -6,6 +6,8 @@
 #include <array>
 #include <string_view>
 
+#include "platform/base/named.h"
+
 namespace tools {
 
 struct StoreTable {
@@ -32,5 +34,6 @@ inline constexpr std::array<StoreTable, 10> StoreTables{{
     {"tmpPar", "rptName,parName,parValue", false},
     {"clients", "Name", false},
 }};
+static_assert(NamesDiffer(StoreTables));
 
 }  // namespace tools

@@ -83,8 +83,8 @@ TEST_F(ProfileKeyTable, NamesAreFoundInAnyCase) {
 TEST_F(ProfileKeyTable, SecondEntryOfOneNameIsSeen) {
     const ProfileKey twice[] = {mailer::ProfileKeys[0],
                                 {"tRANSPORT", "Profile", ValueType::Text, UsedBy::Smtp, ""}};
-    EXPECT_FALSE(mailer::NamesDiffer(twice));
-    EXPECT_TRUE(mailer::NamesDiffer(mailer::ProfileKeys));
+    EXPECT_FALSE(NamesDiffer(twice));
+    EXPECT_TRUE(NamesDiffer(mailer::ProfileKeys));
 }
 
 TEST_F(ProfileKeyTable, GuideNamesEveryKeyWithItsTransports) {

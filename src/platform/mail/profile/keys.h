@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "platform/base/ascii.h"
+#include "platform/base/named.h"
 
 namespace mailer {
 
@@ -98,17 +99,6 @@ constexpr const ProfileKey* FindProfileKey(std::string_view name) {
     return nullptr;
 }
 
-// Returns true if every name stands once.
-constexpr bool NamesDiffer(std::span<const ProfileKey> keys) {
-    for (std::size_t at = 0; at < keys.size(); ++at) {
-        for (std::size_t later = at + 1; later < keys.size(); ++later) {
-            if (SameAscii(keys[at].name, keys[later].name)) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
 static_assert(NamesDiffer(ProfileKeys));
 
 // A key of the table. A name in the source that is not in the table is an error of the compiler.

@@ -7,6 +7,7 @@
 #include "rdl/format/format.h"
 #include "rdl/format/iso_date.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/named.h"
 #include "rdl/xml/flag.h"
 
 namespace rdl::data {
@@ -31,6 +32,7 @@ constexpr TypeName TypeNames[] = {
     {"string", FieldType::Text},     {"char", FieldType::Text},
     {"guid", FieldType::Text},       {"byte[]", FieldType::Bytes},
 };
+static_assert(NamesDiffer(TypeNames));
 
 constexpr std::int64_t MaxTicks = 3'652'059 * TicksPerDay;  // the end of the year 9999
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/expr/library/functions.h"
 
+#include <stdexcept>
+#include <string>
 #include <unordered_map>
 
 #include "rdl/expr/library/collections.h"
@@ -16,7 +18,9 @@ Table MakeTable() {
     Table table;
     for (const std::span<const FunctionInfo> functions : FunctionTables()) {
         for (const FunctionInfo& info : functions) {
-            table.emplace(info.name, &info);
+            if (!table.emplace(info.name, &info).second) {
+                throw std::logic_error("two functions have the name " + std::string(info.name));
+            }
         }
     }
     return table;

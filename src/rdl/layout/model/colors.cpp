@@ -6,6 +6,7 @@
 #include <string>
 
 #include "rdl/values/ascii.h"
+#include "rdl/values/named.h"
 
 namespace rdl::layout {
 namespace {
@@ -165,6 +166,7 @@ constexpr NamedColor Names[] = {
     {"yellow", 0xFFFF00},
     {"yellowgreen", 0x9ACD32},
 };
+static_assert(NamesDiffer(Names));
 
 bool ParseHex(std::string_view digits, Color& color) {
     std::uint32_t value = 0;

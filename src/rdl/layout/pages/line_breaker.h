@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Line breaking opportunities; a simplified form of UAX #14.
+// Line breaking opportunities, by these rules of UAX #14: LB4 to LB8 (line ends, spaces), LB13 and LB14
+// (closing and opening marks; only ! ? ; : also after spaces), LB18 (after spaces), LB21 (small kana and
+// other marks that begin no line), LB25 for a digit after a hyphen, LB31 around ideographs and after hyphens.
+// Other characters have no break between them. The rules are kept here because those of a library change with
+// its version, and the lines and pages of a report would change with them.
 #pragma once
 
 #include <cstddef>

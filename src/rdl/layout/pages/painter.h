@@ -28,6 +28,8 @@ class Painter {
     double Extent() const { return m_extent; }  // right edge of what is drawn so far
     void ClearExtent() { m_extent = 0; }
 
+    // Fill and FillReserved draw the background of a box; they raise rdl::Error if its image would repeat too
+    // often.
     void Fill(const Rect& area, const BoxStyle& box);
     // Reserves a background whose height is known only after its content is drawn.
     std::size_t ReserveFill();

@@ -11,6 +11,7 @@
 
 #include "rdl/layout/model/style.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/named.h"
 
 namespace rdl::layout {
 
@@ -71,6 +72,9 @@ inline constexpr std::array<std::pair<std::string_view, int>, 11> Weights{{{"Nor
                                                                            {"SemiBold", 600},
                                                                            {"ExtraBold", 800},
                                                                            {"Heavy", 900}}};
+static_assert(NamesDiffer(LineStyles) && NamesDiffer(Gradients) && NamesDiffer(HAligns) &&
+              NamesDiffer(VAligns) && NamesDiffer(WritingModes) && NamesDiffer(Decorations) &&
+              NamesDiffer(Weights));
 
 // Returns the weight from 1 to 1000 that a number in FontWeight gives; nullopt for another text.
 inline std::optional<int> WeightOfNumber(std::string_view text) {

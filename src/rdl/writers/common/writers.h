@@ -43,7 +43,7 @@ void WriteHtml(layout::ReportInstance& report, Output& output,
 void WriteXls(layout::ReportInstance& report, Output& output,
               const Options& options);  // Excel 97-2003 (MS-XLS)
 void WriteXlsx(layout::ReportInstance& report, Output& output,
-               const Options& options);  // Office Open XML (ISO/IEC 29500)
+               const Options& options);  // Office Open XML (ECMA-376)
 // Office Open XML (ECMA-376).
 void WriteDocx(layout::ReportInstance& report, Output& output, const Options& options);
 // A picture of one page.

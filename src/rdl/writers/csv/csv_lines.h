@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Lines of text files and their fields (RFC 4180).
+// Lines of text files and their fields (RFC 4180, section 2).
 #pragma once
 
 #include <string>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a document for archives has besides: PDF/A-2, conformance level B (ISO 19005-2).
+// What a document for archives has besides: PDF/A-2, conformance level B (ISO 19005-2, 6.1.13, 6.2.3
+// and 6.6).
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Compresses the streams of a PDF (RFC 1950). A long document has a thread for it, so that the next page is
-// laid out while the one before is compressed.
+// Compresses the streams of a PDF (RFC 1950, section 2.2, around blocks of RFC 1951, section 3.2). A long
+// document has a thread for it, so that the next page is laid out while the one before is compressed.
 #pragma once
 
 #include <condition_variable>

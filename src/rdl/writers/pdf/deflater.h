@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Compresses a stream that arrives in pieces (RFC 1950): for data that is too large to be in memory at once.
+// Compresses a stream that arrives in pieces (RFC 1950, section 2.2, around blocks of RFC 1951, section 3.2):
+// for data that is too large to be in memory at once.
 #pragma once
 
 #include <zlib.h>

@@ -19,6 +19,9 @@ struct Jpeg {
     bool inverted = false;  // Adobe's CMYK
 };
 
+// Codes of markers of a JPEG, which follow a byte 0xFF (ITU-T T.81, B.1.1.3).
+constexpr unsigned StartOfImage = 0xD8, FirstFrame = 0xC0, LastFrame = 0xC2, AdobeSegment = 0xEE;
+
 // Returns the frame header of a JPEG (ITU-T T.81, B.2.2); nullopt if a PDF cannot hold the bytes as they are:
 // readers of PDF decode Huffman-coded frames only (C0-C2). SizeOfImage of layout/model/image_size.h reads any
 // kind of frame.
@@ -26,7 +29,7 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
     const auto at = [&](std::size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
     };
-    if (bytes.size() < 4 || at(0) != 0xFF || at(1) != 0xD8) {
+    if (bytes.size() < 4 || at(0) != 0xFF || at(1) != StartOfImage) {
         return std::nullopt;
     }
     Jpeg jpeg;
@@ -35,15 +38,15 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
             return std::nullopt;
         }
         const unsigned marker = at(i + 1);
-        if (marker == 0xFF) {
+        if (marker == 0xFF) {  // a byte that fills (B.1.1.2)
             ++i;
             continue;
         }
         const std::size_t length = at(i + 2) << 8 | at(i + 3);
-        if (marker == 0xEE && bytes.compare(i + 4, 5, "Adobe") == 0) {
+        if (marker == AdobeSegment && bytes.compare(i + 4, 5, "Adobe") == 0) {
             jpeg.inverted = true;
         }
-        if (marker >= 0xC0 && marker <= 0xC2) {
+        if (marker >= FirstFrame && marker <= LastFrame) {
             jpeg.height = at(i + 5) << 8 | at(i + 6);
             jpeg.width = at(i + 7) << 8 | at(i + 8);
             jpeg.components = at(i + 9);
